@@ -1,0 +1,36 @@
+#include "Benchmarks/AllocationCounter.h"
+
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
+namespace {
+std::atomic<std::size_t> allocations = 0;
+}
+
+void* operator new(std::size_t size) {
+  // A plain load and store: a locked increment would cost as much as what is measured. Counts of
+  // several threads at once are approximate.
+  allocations.store(allocations.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+  if (void* memory = std::malloc(size > 0 ? size : 1)) return memory;
+  throw std::bad_alloc();
+}
+
+void operator delete(void* memory) noexcept {
+  std::free(memory);
+}
+void operator delete(void* memory, std::size_t) noexcept {
+  std::free(memory);
+}
+
+namespace zephyx {
+
+AllocationCounter::AllocationCounter(benchmark::State& state)
+    : state_(state), start_(allocations.load()) {}
+
+AllocationCounter::~AllocationCounter() {
+  state_.counters["allocations"] = benchmark::Counter(
+      static_cast<double>(allocations.load() - start_), benchmark::Counter::kAvgIterations);
+}
+
+}  // namespace zephyx

@@ -1,0 +1,245 @@
+// Measures the whole program from outside, on a private desktop: prints "name value unit" lines.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <functional>
+#include <iostream>
+#include <map>
+#include <sstream>
+
+#include "Tests/Desktop/SelectionOwner.h"
+#include "Tests/Desktop/SelectionWatch.h"
+#include "Tests/Desktop/ZephyxProcess.h"
+
+namespace zephyx {
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using std::chrono::milliseconds;
+
+double since(Clock::time_point start, Clock::time_point end = Clock::now()) {
+  return std::chrono::duration<double, std::milli>(end - start).count();
+}
+
+void report(const std::string& name, double value, const std::string& unit) {
+  std::printf("%s %.2f %s\n", name.c_str(), value, unit.c_str());
+  std::fflush(stdout);
+}
+
+double median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values.at(values.size() / 2);
+}
+
+void require(bool condition, const std::string& what) {
+  if (!condition) throw std::runtime_error(what);
+}
+
+// A value in kilobytes of one of the process's status files.
+double kilobytes(pid_t pid, const std::string& file, const std::string& key) {
+  std::ifstream lines("/proc/" + std::to_string(pid) + "/" + file);
+  for (std::string line; std::getline(lines, line);)
+    if (line.starts_with(key + ":")) return std::stod(line.substr(key.size() + 1));
+  throw std::runtime_error("no " + key + " in " + file);
+}
+
+// Processor time of all threads in milliseconds; finer than the clock ticks of /proc/PID/stat.
+double processorTime(pid_t pid) {
+  double nanoseconds = 0;
+  for (const auto& task :
+       std::filesystem::directory_iterator("/proc/" + std::to_string(pid) + "/task")) {
+    std::istringstream line(readFile(task.path() / "schedstat"));
+    double value = 0;
+    if (line >> value) nanoseconds += value;
+  }
+  return nanoseconds / 1e6;
+}
+
+std::unique_ptr<ZephyxProcess> readyProgram(VirtualDesktop& desktop) {
+  auto program = std::make_unique<ZephyxProcess>(desktop);
+  require(program->waitUntilReady(), "the program did not get ready:\n" + program->log());
+  return program;
+}
+
+void measureStart() {
+  std::map<std::string, std::vector<double>> moments;
+  for (int round = 0; round < 7; ++round) {
+    VirtualDesktopOptions options;
+    options.tray = true;
+    VirtualDesktop desktop(options);
+    const auto start = Clock::now();
+    ZephyxProcess program(desktop);
+    std::map<std::string, std::function<bool()>> conditions{
+        {"hotkey", [&] { return desktop.windows().isGrabbedByOthers(key::V, 0x41); }},
+        {"capture", [&] { return program.logCount("[Clipboard] initialize() done") > 0; }},
+        {"tray", [&] { return program.trayIcon().has_value(); }},
+        {"window",
+         [&] {
+           const auto window = program.mainWindow();
+           return window && desktop.windows().distinctColors(*window) > 4;
+         }},
+    };
+    double all = 0;
+    while (!conditions.empty() && since(start) < 10'000) {
+      std::erase_if(conditions, [&](auto& condition) {
+        if (!condition.second()) return false;
+        all = since(start);
+        moments[condition.first].push_back(all);
+        return true;
+      });
+      pass(milliseconds(1));
+    }
+    require(conditions.empty(), "not ready: " + program.log());
+    moments["all"].push_back(all);
+  }
+  for (const auto& [name, values] : moments) report("start." + name, median(values), "ms");
+}
+
+void measureFirstCopy() {
+  std::vector<double> times;
+  for (int round = 0; round < 5; ++round) {
+    VirtualDesktop desktop;
+    SelectionOwner owner(desktop.display());
+    const auto start = Clock::now();
+    ZephyxProcess program(desktop);
+    for (int copy = 0; program.history().count() == 0 && since(start) < 10'000; ++copy) {
+      owner.copyText("copy " + std::to_string(copy));
+      pass(milliseconds(2));
+    }
+    times.push_back(since(start));
+  }
+  report("start.first_copy", median(times), "ms");
+}
+
+void measureLatency(VirtualDesktop& desktop, ZephyxProcess& program) {
+  SelectionOwner owner(desktop.display());
+  std::vector<double> times;
+  for (int round = 0; round < 200; ++round) {
+    const auto before = program.history().lastId();
+    const auto start = owner.copyText("measured copy " + std::to_string(round));
+    while (program.history().lastId() == before && since(start) < 2'000) {
+    }
+    times.push_back(since(start));
+    pass(milliseconds(20));
+  }
+  report("copy.text", median(times), "ms");
+  std::sort(times.begin(), times.end());
+  report("copy.text.p99", times[times.size() * 99 / 100], "ms");
+}
+
+void measureRow(VirtualDesktop& desktop, ZephyxProcess& program, milliseconds distance) {
+  SelectionOwner owner(desktop.display());
+  const auto before = program.history().lastId();
+  std::vector<std::string> texts;
+  auto next = Clock::now();
+  for (int index = 0; index < 200; ++index) {
+    texts.push_back("row of " + std::to_string(distance.count()) + ", " + std::to_string(index));
+    owner.copyText(texts.back());
+    next += distance;
+    pass(std::chrono::duration_cast<std::chrono::microseconds>(next - Clock::now()));
+  }
+  (void)waitFor([&] { return program.history().lastId() >= before + 200; });
+  std::size_t matched = 0;
+  for (const auto& row : program.history().rows())
+    if (row.id > before && matched < texts.size() && row.text == texts[matched]) ++matched;
+  report("copy.row." + std::to_string(distance.count()) + "ms", static_cast<double>(matched),
+         "of_200");
+}
+
+void measureLongText(VirtualDesktop& desktop, ZephyxProcess& program) {
+  const std::string pid = std::to_string(program.pid());
+  std::vector<double> times, peaks;
+  for (int round = 0; round < 5; ++round) {
+    const std::string text(20'000'000, static_cast<char>('a' + round));
+    SelectionWatch watch(desktop.display());
+    const auto before = program.history().lastId();
+    writeFile("/proc/" + pid + "/clear_refs", "5");  // the peak counts from here
+    const double idle = kilobytes(program.pid(), "status", "VmRSS");
+    desktop.copy(text);
+    const auto start = watch.waitForCopy();
+    require(waitFor([&] { return program.history().lastId() != before; }, milliseconds(10'000),
+                    milliseconds(1)),
+            "the long text was not recorded");
+    times.push_back(since(start));
+    peaks.push_back((kilobytes(program.pid(), "status", "VmHWM") - idle) / 1024);
+  }
+  report("copy.text20MB", median(times), "ms");
+  report("copy.text20MB.memory", *std::max_element(peaks.begin(), peaks.end()), "MB");
+}
+
+std::size_t fileCount(const std::filesystem::path& folder, const std::string& ending) {
+  std::size_t count = 0;
+  std::error_code none;
+  for (const auto& file : std::filesystem::directory_iterator(folder, none))
+    if (file.path().string().ends_with(ending)) ++count;
+  return count;
+}
+
+void measureImage(VirtualDesktop& desktop, ZephyxProcess& program) {
+  std::vector<double> times;
+  for (int round = 0; round < 5; ++round) {
+    const auto picture = desktop.home() / "picture.png";
+    desktop.run({"convert", "-seed", std::to_string(round), "-size", "4000x1000",
+                 "plasma:", picture.string()});
+    const auto blobs = program.dataFolder() / "clipboard_blobs";
+    const auto thumbnails = program.dataFolder() / "clipboard_thumbs";
+    const auto before = fileCount(blobs, ".png") + fileCount(thumbnails, "_thumb.png");
+    const std::string bytes = readFile(picture);
+    SelectionWatch watch(desktop.display());
+    desktop.copy(bytes, "image/png");
+    const auto start = watch.waitForCopy();
+    require(waitFor(
+                [&] {
+                  return fileCount(blobs, ".png") + fileCount(thumbnails, "_thumb.png") ==
+                         before + 2;
+                },
+                milliseconds(10'000), milliseconds(1)),
+            "the image was not stored");
+    times.push_back(since(start));
+  }
+  report("copy.image4000x1000", median(times), "ms");
+}
+
+void measureIdle() {
+  VirtualDesktopOptions options;
+  options.tray = true;
+  VirtualDesktop desktop(options);
+  const auto program = readyProgram(desktop);
+  require(program->mainWindow().has_value(), "the main window is not shown");
+  pass(std::chrono::seconds(3));
+  report("idle.memory", kilobytes(program->pid(), "smaps_rollup", "Pss") / 1024, "MB");
+  const double before = processorTime(program->pid());
+  pass(std::chrono::seconds(60));
+  report("idle.processor", processorTime(program->pid()) - before, "ms");
+  require(program->mainWindow().has_value(), "the main window went away");
+}
+
+int measure() {
+  measureStart();
+  measureFirstCopy();
+  {
+    VirtualDesktop desktop;
+    const auto program = readyProgram(desktop);
+    measureLatency(desktop, *program);
+    measureRow(desktop, *program, milliseconds(20));
+    measureRow(desktop, *program, milliseconds(5));
+    measureLongText(desktop, *program);
+    measureImage(desktop, *program);
+  }
+  measureIdle();
+  return 0;
+}
+
+}  // namespace
+}  // namespace zephyx
+
+int main() {
+  try {
+    return zephyx::measure();
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}

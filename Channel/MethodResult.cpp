@@ -1,0 +1,51 @@
+#include "Channel/MethodResult.h"
+
+#include <cassert>
+#include <utility>
+
+namespace zephyx {
+
+MethodResult::MethodResult(Answer answer, Dropped dropped)
+    : answer_(std::move(answer)), dropped_(std::move(dropped)) {}
+
+MethodResult::MethodResult(MethodResult&& other) noexcept
+    : answer_(std::exchange(other.answer_, nullptr)),
+      dropped_(std::exchange(other.dropped_, nullptr)) {}
+
+MethodResult& MethodResult::operator=(MethodResult&& other) noexcept {
+  if (this != &other) {
+    drop();
+    answer_ = std::exchange(other.answer_, nullptr);
+    dropped_ = std::exchange(other.dropped_, nullptr);
+  }
+  return *this;
+}
+
+MethodResult::~MethodResult() {
+  drop();
+}
+
+void MethodResult::success(Value value) {
+  answer(std::move(value));
+}
+
+void MethodResult::error(std::string code, std::string message, Value details) {
+  answer(MethodError{std::move(code), std::move(message), std::move(details)});
+}
+
+void MethodResult::notImplemented() {
+  answer(NotImplemented{});
+}
+
+void MethodResult::answer(MethodReply reply) {
+  assert(answer_ && "a call was answered twice, or after its result had been handed on");
+  if (const auto answer = std::exchange(answer_, nullptr)) answer(std::move(reply));
+}
+
+void MethodResult::drop() {
+  if (!answer_) return;
+  if (const auto dropped = std::exchange(dropped_, nullptr)) dropped();
+  notImplemented();
+}
+
+}  // namespace zephyx

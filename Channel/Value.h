@@ -1,0 +1,121 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <initializer_list>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+namespace zephyx {
+
+class Value;
+using List = std::vector<Value>;
+
+/// Integers beyond 64 bits, as hexadecimal text.
+struct BigInteger {
+  std::string hexadecimal;
+  bool operator==(const BigInteger&) const = default;
+};
+
+/// One of the lists of plain numbers, which cross the channel as one block.
+using NumberList = std::variant<std::vector<std::uint8_t>, std::vector<std::int32_t>,
+                                std::vector<std::int64_t>, std::vector<float>, std::vector<double>>;
+
+/// A map with keys of any kind, in the order of insertion. Messages hold a dozen keys at most, so
+/// look-up walks the entries. Two maps are equal when they hold the same pairs in any order. A
+/// decoded map keeps a repeated key as it came; looking it up finds its first value.
+class Map {
+ public:
+  using Entry = std::pair<Value, Value>;
+
+  Map() = default;
+  Map(std::initializer_list<Entry> entries);
+
+  /// Null when there is no such key.
+  const Value* find(std::string_view key) const;
+  /// Replaces the value of an equal key.
+  void set(Value key, Value value);
+  /// Appends without looking for an equal key.
+  void append(Value key, Value value);
+  /// Appends so many pairs of nulls, to be filled in place.
+  std::span<Entry> append(std::size_t count);
+  void reserve(std::size_t count);
+
+  std::size_t size() const;
+  bool empty() const;
+  const std::vector<Entry>& entries() const { return entries_; }
+
+  bool operator==(const Map& other) const;
+
+ private:
+  std::vector<Entry> entries_;
+};
+
+/// What a channel message may carry. A 32-bit and a 64-bit integer of the same value are equal:
+/// Dart sends whichever is shorter.
+class Value {
+ public:
+  // Eleven alternatives at most: beyond that libstdc++ makes a call through a table of each visit.
+  using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, BigInteger, double,
+                               std::string, NumberList, List, Map>;
+
+  Value() = default;
+  Value(bool value) : storage_(value) {}
+  Value(std::int32_t value) : storage_(value) {}
+  Value(std::int64_t value) : storage_(value) {}
+  Value(double value) : storage_(value) {}
+  Value(const char* value) : storage_(std::string(value)) {}
+  Value(std::string_view value) : storage_(std::string(value)) {}
+  Value(std::string value) : storage_(std::move(value)) {}
+  Value(BigInteger value) : storage_(std::move(value)) {}
+  Value(NumberList value) : storage_(std::move(value)) {}
+  template <typename Number>
+  Value(std::vector<Number> value) : storage_(NumberList(std::move(value))) {}
+  Value(List value) : storage_(std::move(value)) {}
+  Value(Map value) : storage_(std::move(value)) {}
+  template <typename Kind, typename... Arguments>
+  explicit Value(std::in_place_type_t<Kind> kind, Arguments&&... arguments)
+      : storage_(kind, std::forward<Arguments>(arguments)...) {}
+  template <typename T>
+  Value(T*) = delete;  // a pointer must not become a bool
+
+  bool isNull() const { return std::holds_alternative<std::monostate>(storage_); }
+  /// Each is null, or nothing, when the value is of another kind.
+  const std::string* asString() const { return std::get_if<std::string>(&storage_); }
+  const Map* asMap() const { return std::get_if<Map>(&storage_); }
+  const List* asList() const { return std::get_if<List>(&storage_); }
+  std::optional<bool> asBool() const;
+  /// Either width.
+  std::optional<std::int64_t> asInteger() const;
+  /// A double or an integer of either width.
+  std::optional<double> asNumber() const;
+
+  const Storage& storage() const { return storage_; }
+  Storage& storage() { return storage_; }
+
+  bool operator==(const Value& other) const;
+
+ private:
+  Storage storage_;
+};
+
+// Entries are complete from here on.
+inline void Map::append(Value key, Value value) {
+  entries_.emplace_back(std::move(key), std::move(value));
+}
+inline void Map::reserve(std::size_t count) {
+  entries_.reserve(count);
+}
+inline std::size_t Map::size() const {
+  return entries_.size();
+}
+inline bool Map::empty() const {
+  return entries_.empty();
+}
+
+}  // namespace zephyx

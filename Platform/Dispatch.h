@@ -1,0 +1,47 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "Platform/Registration.h"
+
+namespace zephyx {
+
+/// A queue of work. Blocks of the main queue and of a serial queue run one after another in the
+/// order in which they became due; blocks of the global queue may run at the same time.
+class DispatchQueue {
+ public:
+  virtual ~DispatchQueue() = default;
+
+  /// Runs `block` later, never inside the call. Any thread.
+  virtual void async(std::function<void()> block) = 0;
+
+  /// Runs `block` no sooner than `seconds` from now. Any thread.
+  virtual void asyncAfter(double seconds, std::function<void()> block) = 0;
+};
+
+/// Queues, timers and clocks.
+class Dispatch {
+ public:
+  virtual ~Dispatch() = default;
+
+  /// The user interface's queue.
+  virtual DispatchQueue& mainQueue() = 0;
+
+  /// Concurrent, of user-initiated priority.
+  virtual DispatchQueue& globalQueue() = 0;
+
+  /// True on the main thread. Any thread.
+  virtual bool isMainThread() const = 0;
+
+  /// Calls `block` on the main thread every `interval` seconds until the registration is dropped.
+  /// Fires in the common modes: also while a menu is tracked or a window is dragged. Main thread.
+  [[nodiscard]] virtual Registration scheduleRepeatingTimer(double interval,
+                                                            std::function<void()> block) = 0;
+
+  /// Seconds since 1970. Any thread.
+  virtual double wallClock() const = 0;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,59 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "Platform/Menu.h"
+#include "Platform/Registration.h"
+
+namespace zephyx {
+
+enum class EventType : int {
+  leftMouseDown = 1,
+  leftMouseUp = 2,
+  leftMouseDragged = 6,
+  keyDown = 10
+};
+
+/// The bit of a type in a monitor's mask.
+constexpr std::uint64_t eventMask(EventType type) {
+  return std::uint64_t{1} << static_cast<int>(type);
+}
+
+/// macOS virtual key codes (position on the keyboard, whatever the layout).
+namespace keyCode {
+inline constexpr std::uint16_t v = 9;
+inline constexpr std::uint16_t space = 49;
+inline constexpr std::uint16_t escape = 53;
+inline constexpr std::uint16_t leftArrow = 123;
+inline constexpr std::uint16_t rightArrow = 124;
+}  // namespace keyCode
+
+struct Event {
+  EventType type = EventType::keyDown;
+  std::uint64_t modifierFlags = 0;  ///< bits of `eventModifier`
+  std::uint16_t keyCode = 0;        ///< key events only
+};
+
+/// Watches events on their way to this process's own windows. Main thread.
+class EventMonitors {
+ public:
+  virtual ~EventMonitors() = default;
+  /// The handler returns true to pass the event on, false to swallow it; it may drop its own
+  /// registration.
+  [[nodiscard]] virtual Registration addLocalMonitor(std::uint64_t mask,
+                                                     std::function<bool(const Event&)> handler) = 0;
+};
+
+/// Types for the user. Main thread.
+class EventPoster {
+ public:
+  virtual ~EventPoster() = default;
+  /// Posts key down and key up with exactly these modifier flags to whatever has the keyboard, as
+  /// if typed: modifiers that the user is still holding do not take part. False when the events
+  /// cannot be made; nothing is posted then. A system that withholds its permission drops the
+  /// events silently.
+  virtual bool postKey(std::uint16_t keyCode, std::uint64_t modifierFlags) = 0;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,44 @@
+#include "Platform/Linux/LinuxFlutterEngines.h"
+
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+#include "Platform/Linux/DesktopWatch.h"
+#include "Platform/Linux/LinuxFlutterEngine.h"
+#include "Platform/Linux/LinuxFlutterViewController.h"
+
+namespace zephyx {
+
+LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults,
+                                         Directories& directories, DesktopWatch& watch)
+    : dispatch_(dispatch),
+      userDefaults_(userDefaults),
+      directories_(directories),
+      qml_(std::make_unique<QQmlEngine>()) {
+  qml_->rootContext()->setContextProperty(QStringLiteral("desktop"), &watch);
+}
+
+LinuxFlutterEngines::~LinuxFlutterEngines() = default;
+
+std::shared_ptr<FlutterEngine> LinuxFlutterEngines::makeEngine(const std::string& name) {
+  return std::make_shared<LinuxFlutterEngine>(name, dispatch_, userDefaults_, directories_);
+}
+
+std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
+    std::shared_ptr<FlutterEngine> engine) {
+  auto made = std::dynamic_pointer_cast<LinuxFlutterEngine>(std::move(engine));
+  if (!made) return nullptr;
+  return std::make_shared<LinuxFlutterViewController>(std::move(made), *qml_);
+}
+
+std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewControllerWithDefaultEngine() {
+  auto engine = makeEngine("main");
+  engine->run("main");
+  return makeViewController(std::move(engine));
+}
+
+void LinuxFlutterEngines::registerPlugins(FlutterViewController&) {
+  // A screen program finds what the plug-ins would give it in its `ScreenServices`.
+}
+
+}  // namespace zephyx

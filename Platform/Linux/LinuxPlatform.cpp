@@ -1,0 +1,172 @@
+#include "Platform/Linux/LinuxPlatform.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "Platform/Linux/DesktopWatch.h"
+#include "Platform/Linux/LinuxAccessibility.h"
+#include "Platform/Linux/LinuxApplication.h"
+#include "Platform/Linux/LinuxDirectories.h"
+#include "Platform/Linux/LinuxDispatch.h"
+#include "Platform/Linux/LinuxEventMonitors.h"
+#include "Platform/Linux/LinuxEventPoster.h"
+#include "Platform/Linux/LinuxFlutterEngines.h"
+#include "Platform/Linux/LinuxHotKeys.h"
+#include "Platform/Linux/LinuxImages.h"
+#include "Platform/Linux/LinuxKeyboardLayout.h"
+#include "Platform/Linux/LinuxPasteboard.h"
+#include "Platform/Linux/LinuxPreviewPanel.h"
+#include "Platform/Linux/LinuxScreens.h"
+#include "Platform/Linux/LinuxStatusItem.h"
+#include "Platform/Linux/LinuxSystemLog.h"
+#include "Platform/Linux/LinuxUserDefaults.h"
+#include "Platform/Linux/LinuxWorkspace.h"
+#include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/Toolkit.h"
+#include "Platform/Linux/WindowHints.h"
+#include "Platform/LocalNotificationCenter.h"
+
+namespace zephyx {
+
+/// Destroyed from the last to the first.
+struct LinuxPlatform::Services {
+  Services(int argc, char** argv, std::unique_ptr<SingleInstance> claimedInstance,
+           std::unique_ptr<DesktopWatch> openWatch)
+      : instance(std::move(claimedInstance)), watch(std::move(openWatch)), toolkit(argc, argv) {
+    watch->start();
+    QObject::connect(watch.get(), &DesktopWatch::currentDesktopChanged, watch.get(),
+                     [this] { workspaceCenter.post(notification::activeSpaceDidChange, nullptr); });
+  }
+  // Work of the global queue may be using any service.
+  ~Services() { dispatch.finishGlobalWork(); }
+
+  std::string settingsFolder() const {
+    return directories.configuration().value_or("/tmp") + "/com.zephyx.app";
+  }
+
+  LinuxSystemLog systemLog;
+  LinuxDirectories directories;
+  std::unique_ptr<SingleInstance> instance;
+  std::unique_ptr<DesktopWatch> watch;
+  Toolkit toolkit;
+  LinuxDispatch dispatch;
+  LocalNotificationCenter defaultCenter;
+  LocalNotificationCenter workspaceCenter;
+  LinuxUserDefaults userDefaults{settingsFolder(), systemLog};
+  LinuxImages images;
+  LinuxWorkspace workspace;
+  LinuxPasteboard pasteboard{
+      [this](int process) { return workspace.applicationForProcess(process); }};
+  LinuxKeyboardLayout keyboardLayout;
+  LinuxHotKeys hotKeys;
+  LinuxEventPoster eventPoster{pasteboard, &hotKeys};
+  LinuxAccessibility accessibility;
+  LinuxScreens screens{*watch};
+  LinuxEventMonitors eventMonitors;
+  WindowHints windowHints{*watch};
+  LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints};
+  LinuxStatusBar statusBar;
+  LinuxFlutterEngines flutterEngines{dispatch, userDefaults, directories, *watch};
+  LinuxApplication application{*watch, defaultCenter, *instance, windowHints};
+};
+
+LinuxPlatform::LinuxPlatform(int argc, char** argv, std::unique_ptr<SingleInstance> instance,
+                             std::unique_ptr<DesktopWatch> watch)
+    : services_(std::make_unique<Services>(argc, argv, std::move(instance), std::move(watch))) {}
+
+LinuxPlatform::~LinuxPlatform() = default;
+
+Accessibility& LinuxPlatform::accessibility() {
+  return services_->accessibility;
+}
+
+Application& LinuxPlatform::application() {
+  return services_->application;
+}
+
+Directories& LinuxPlatform::directories() {
+  return services_->directories;
+}
+
+Dispatch& LinuxPlatform::dispatch() {
+  return services_->dispatch;
+}
+
+EventMonitors& LinuxPlatform::eventMonitors() {
+  return services_->eventMonitors;
+}
+
+EventPoster& LinuxPlatform::eventPoster() {
+  return services_->eventPoster;
+}
+
+FlutterEngines& LinuxPlatform::flutterEngines() {
+  return services_->flutterEngines;
+}
+
+HotKeys& LinuxPlatform::hotKeys() {
+  return services_->hotKeys;
+}
+
+Images& LinuxPlatform::images() {
+  return services_->images;
+}
+
+KeyboardLayout& LinuxPlatform::keyboardLayout() {
+  return services_->keyboardLayout;
+}
+
+NotificationCenter& LinuxPlatform::defaultNotificationCenter() {
+  return services_->defaultCenter;
+}
+
+NotificationCenter& LinuxPlatform::workspaceNotificationCenter() {
+  return services_->workspaceCenter;
+}
+
+Pasteboard& LinuxPlatform::pasteboard() {
+  return services_->pasteboard;
+}
+
+PreviewPanel& LinuxPlatform::previewPanel() {
+  return services_->previewPanel;
+}
+
+Screens& LinuxPlatform::screens() {
+  return services_->screens;
+}
+
+StatusBar& LinuxPlatform::statusBar() {
+  return services_->statusBar;
+}
+
+SystemLog& LinuxPlatform::systemLog() {
+  return services_->systemLog;
+}
+
+UserDefaults& LinuxPlatform::userDefaults() {
+  return services_->userDefaults;
+}
+
+Workspace& LinuxPlatform::workspace() {
+  return services_->workspace;
+}
+
+std::unique_ptr<Platform> makePlatform(int argc, char** argv) {
+  auto watch = DesktopWatch::open();
+  if (!watch) {
+    // The toolkit would abort here. There is nobody yet whose objects could be left behind.
+    const char* display = std::getenv("DISPLAY");
+    std::fprintf(stderr, "zephyx: cannot reach an X11 display (DISPLAY is %s)\n",
+                 display && *display ? display : "not set");
+    std::exit(EXIT_FAILURE);
+  }
+  const auto folder = LinuxDirectories().runtime();
+  const char* display = std::getenv("DISPLAY");
+  auto instance = std::make_unique<SingleInstance>(folder.value_or(""), display ? display : "");
+  if (instance->claim() == SingleInstance::Outcome::second) return nullptr;
+  return std::make_unique<LinuxPlatform>(argc, argv, std::move(instance), std::move(watch));
+}
+
+}  // namespace zephyx

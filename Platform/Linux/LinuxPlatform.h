@@ -1,0 +1,44 @@
+#pragma once
+
+#include <memory>
+
+#include "Platform/Platform.h"
+
+namespace zephyx {
+
+class DesktopWatch;
+class SingleInstance;
+
+/// The services on a Linux X11 desktop, in the order in which they need each other.
+class LinuxPlatform final : public Platform {
+ public:
+  LinuxPlatform(int argc, char** argv, std::unique_ptr<SingleInstance> instance,
+                std::unique_ptr<DesktopWatch> watch);
+  ~LinuxPlatform() override;
+
+  Accessibility& accessibility() override;
+  Application& application() override;
+  Directories& directories() override;
+  Dispatch& dispatch() override;
+  EventMonitors& eventMonitors() override;
+  EventPoster& eventPoster() override;
+  FlutterEngines& flutterEngines() override;
+  HotKeys& hotKeys() override;
+  Images& images() override;
+  KeyboardLayout& keyboardLayout() override;
+  NotificationCenter& defaultNotificationCenter() override;
+  NotificationCenter& workspaceNotificationCenter() override;
+  Pasteboard& pasteboard() override;
+  PreviewPanel& previewPanel() override;
+  Screens& screens() override;
+  StatusBar& statusBar() override;
+  SystemLog& systemLog() override;
+  UserDefaults& userDefaults() override;
+  Workspace& workspace() override;
+
+ private:
+  struct Services;
+  std::unique_ptr<Services> services_;
+};
+
+}  // namespace zephyx

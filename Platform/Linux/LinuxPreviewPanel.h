@@ -1,0 +1,49 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "Platform/LifetimeGuard.h"
+#include "Platform/QuickLook.h"
+
+class QKeyEvent;
+
+namespace zephyx {
+
+struct PreviewContent;
+class Dispatch;
+class LocalNotificationCenter;
+class PreviewWindow;
+class WindowHints;
+
+/// The preview in a window of its own, made when it is first shown.
+class LinuxPreviewPanel final : public PreviewPanel {
+ public:
+  LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center, WindowHints& hints);
+  ~LinuxPreviewPanel() override;
+
+  void setController(PreviewPanelController* controller) override { controller_ = controller; }
+  void setLevel(int level) override;
+  bool isVisible() const override;
+  void reloadData() override;
+  void makeKeyAndOrderFront() override;
+  void orderOut() override;
+
+ private:
+  void ensureWindow();
+  void show(const PreviewContent& content);
+  bool keyPressed(const QKeyEvent& press);
+  void closedByUser();
+
+  Dispatch& dispatch_;
+  LocalNotificationCenter& center_;
+  WindowHints& hints_;
+  PreviewPanelController* controller_ = nullptr;
+  int level_ = 0;
+  std::uint64_t load_ = 0;  ///< number of the newest one: a slower older one must not replace it
+  std::unique_ptr<PreviewWindow> window_;
+  LifetimeGuard lifetime_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,45 @@
+#include "Platform/Linux/LinuxScreens.h"
+
+#include <QtGui/QCursor>
+#include <QtGui/QGuiApplication>
+#include <QtGui/QScreen>
+
+#include "Platform/Linux/Coordinates.h"
+#include "Platform/Linux/DesktopWatch.h"
+
+namespace zephyx {
+namespace {
+
+/// The toolkit scales a screen's size but leaves its corner where the server has it.
+QRect inPixels(const QScreen& screen) {
+  return {screen.geometry().topLeft(), screen.geometry().size() * screen.devicePixelRatio()};
+}
+
+}  // namespace
+
+std::vector<Screen> LinuxScreens::screens() const {
+  std::vector<Screen> screens;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    screens.push_back({coordinates::toHost(screen->geometry()),
+                       coordinates::toHost(screen->availableGeometry())});
+  }
+  return screens;
+}
+
+int LinuxScreens::mainScreenIndex() const {
+  const auto screens = QGuiApplication::screens();
+  if (screens.empty()) return -1;
+  const auto active = watch_.activeWindow();
+  if (active == XCB_NONE) return 0;
+  const QPoint middle = watch_.geometryOf(active).center();
+  for (int index = 0; index < screens.size(); ++index) {
+    if (inPixels(*screens[index]).contains(middle)) return index;
+  }
+  return 0;
+}
+
+Point LinuxScreens::mouseLocation() const {
+  return coordinates::toHost(QCursor::pos());
+}
+
+}  // namespace zephyx

@@ -1,0 +1,112 @@
+#include "Platform/Linux/LinuxUserDefaults.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <QtCore/QFile>
+#include <QtCore/QJsonDocument>
+#include <cstdio>
+#include <filesystem>
+#include <utility>
+
+#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/SystemLog.h"
+
+namespace zephyx {
+namespace {
+
+constexpr int writeDelayMilliseconds = 30;
+const QString stringKey = QStringLiteral("string");
+const QString dataKey = QStringLiteral("data");
+
+bool writeWhole(const std::string& path, const QByteArray& bytes) {
+  const FileDescriptor file(
+      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
+  if (!file || fchmod(file.get(), 0600) != 0) return false;
+  auto left = bytes.size();
+  const char* next = bytes.constData();
+  while (left > 0) {
+    const auto written = ::write(file.get(), next, static_cast<std::size_t>(left));
+    if (written <= 0) return false;
+    next += written;
+    left -= written;
+  }
+  return true;
+}
+
+}  // namespace
+
+LinuxUserDefaults::LinuxUserDefaults(std::string folder, SystemLog& log)
+    : folder_(std::move(folder)), path_(folder_ + "/defaults.json"), log_(log) {
+  writeSoon_.setSingleShot(true);
+  writeSoon_.setInterval(writeDelayMilliseconds);
+  QObject::connect(&writeSoon_, &QTimer::timeout, &writeSoon_, [this] { write(); });
+  load();
+}
+
+LinuxUserDefaults::~LinuxUserDefaults() {
+  if (writeSoon_.isActive()) write();
+}
+
+void LinuxUserDefaults::load() {
+  QFile file(QString::fromStdString(path_));
+  if (!file.open(QIODevice::ReadOnly)) return;
+  QJsonParseError error{};
+  const auto document = QJsonDocument::fromJson(file.readAll(), &error);
+  if (document.isObject()) {
+    values_ = document.object();
+    return;
+  }
+  const auto aside = path_ + ".damaged";
+  std::rename(path_.c_str(), aside.c_str());
+  log_.log("[Defaults] settings file not readable, kept as " + aside);
+}
+
+std::optional<Bytes> LinuxUserDefaults::data(const std::string& key) const {
+  const auto value = values_[QString::fromStdString(key)][dataKey];
+  if (!value.isString()) return std::nullopt;
+  const auto decoded = QByteArray::fromBase64Encoding(value.toString().toLatin1(),
+                                                      QByteArray::AbortOnBase64DecodingErrors);
+  if (!decoded) return std::nullopt;
+  return Bytes((*decoded).begin(), (*decoded).end());
+}
+
+std::optional<std::string> LinuxUserDefaults::string(const std::string& key) const {
+  const auto value = values_[QString::fromStdString(key)][stringKey];
+  if (!value.isString()) return std::nullopt;
+  return value.toString().toStdString();
+}
+
+void LinuxUserDefaults::setData(const std::string& key, BytesView value) {
+  const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(value.data()),
+                                             static_cast<qsizetype>(value.size()));
+  change(key, QJsonObject{{dataKey, QString::fromLatin1(bytes.toBase64())}});
+}
+
+void LinuxUserDefaults::setString(const std::string& key, const std::string& value) {
+  change(key, QJsonObject{{stringKey, QString::fromStdString(value)}});
+}
+
+void LinuxUserDefaults::removeObject(const std::string& key) {
+  change(key, QJsonValue::Undefined);
+}
+
+void LinuxUserDefaults::change(const std::string& key, const QJsonValue& value) {
+  const auto name = QString::fromStdString(key);
+  if (values_[name] == value) return;
+  values_[name] = value;  // an undefined value removes the key
+  if (!writeSoon_.isActive()) writeSoon_.start();
+}
+
+void LinuxUserDefaults::write() {
+  std::error_code error;
+  std::filesystem::create_directories(std::filesystem::path(folder_).parent_path(), error);
+  mkdir(folder_.c_str(), 0700);
+  const auto temporary = path_ + ".new";
+  if (!writeWhole(temporary, QJsonDocument(values_).toJson()) ||
+      std::rename(temporary.c_str(), path_.c_str()) != 0) {
+    log_.log("[Defaults] settings file not written: " + path_);
+  }
+}
+
+}  // namespace zephyx

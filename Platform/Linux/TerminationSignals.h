@@ -1,0 +1,22 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+class QSocketNotifier;
+
+namespace zephyx {
+
+/// Calls `handler` on the main loop when the process is asked to end (SIGTERM, SIGINT, SIGHUP). One
+/// at a time.
+class TerminationSignals {
+ public:
+  explicit TerminationSignals(std::function<void()> handler);
+  ~TerminationSignals();
+
+ private:
+  std::function<void()> handler_;
+  std::unique_ptr<QSocketNotifier> notifier_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <memory>
+
+namespace zephyx {
+
+class Accessibility;
+class Application;
+class Dispatch;
+class Directories;
+class EventMonitors;
+class EventPoster;
+class FlutterEngines;
+class HotKeys;
+class Images;
+class KeyboardLayout;
+class NotificationCenter;
+class Pasteboard;
+class PreviewPanel;
+class Screens;
+class StatusBar;
+class SystemLog;
+class UserDefaults;
+class Workspace;
+
+/// Hands out the services of one desktop. Each lives as long as the platform. Main thread.
+class Platform {
+ public:
+  virtual ~Platform() = default;
+
+  virtual Accessibility& accessibility() = 0;
+  virtual Application& application() = 0;
+  virtual Directories& directories() = 0;
+  virtual Dispatch& dispatch() = 0;
+  virtual EventMonitors& eventMonitors() = 0;
+  virtual EventPoster& eventPoster() = 0;
+  virtual FlutterEngines& flutterEngines() = 0;
+  virtual HotKeys& hotKeys() = 0;
+  virtual Images& images() = 0;
+  virtual KeyboardLayout& keyboardLayout() = 0;
+  virtual NotificationCenter& defaultNotificationCenter() = 0;
+  virtual NotificationCenter& workspaceNotificationCenter() = 0;
+  virtual Pasteboard& pasteboard() = 0;
+  virtual PreviewPanel& previewPanel() = 0;
+  virtual Screens& screens() = 0;
+  virtual StatusBar& statusBar() = 0;
+  virtual SystemLog& systemLog() = 0;
+  virtual UserDefaults& userDefaults() = 0;
+  virtual Workspace& workspace() = 0;
+};
+
+/// Makes the platform that this build is for. Null when another instance is already running, which
+/// has then been told that the user started the application again.
+std::unique_ptr<Platform> makePlatform(int argc, char** argv);
+
+}  // namespace zephyx

@@ -1,0 +1,204 @@
+#include "Runner/AppDelegate.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "Platform/Dispatch.h"
+#include "Platform/HotKeys.h"
+#include "Platform/Platform.h"
+#include "Platform/SystemLog.h"
+#include "Platform/Workspace.h"
+#include "Runner/ClipboardMonitor.h"
+#include "Runner/ClipboardPanelController.h"
+#include "Runner/HotkeyManager.h"
+#include "Runner/MainFlutterWindow.h"
+#include "Runner/StatusMenu.h"
+
+namespace zephyx {
+namespace {
+
+constexpr double squareStatusItemLength = -2;
+constexpr const char* statusSymbol = "note.text";
+constexpr const char* statusDescription = "Zephyx";
+
+constexpr const char* shortcutUsed = "shortcutUsed";
+constexpr const char* exportAllNotes = "exportAllNotes";
+constexpr const char* importNotes = "importNotes";
+constexpr const char* openSettings = "openSettings";
+
+/// Logged when a hotkey fires; null for those that say nothing.
+const char* firedLine(HotkeyID id) {
+  switch (id) {
+    case HotkeyID::togglePopover:
+      return nullptr;
+    case HotkeyID::clipboardPanel:
+      return "[Clipboard] hotkey Shift+Cmd+V (id=2) fired";
+    case HotkeyID::translate:
+      return "[Translate] hotkey Control+Option+Cmd+T (id=3) fired";
+    case HotkeyID::spelling:
+      return "[Translate] hotkey Control+Option+Cmd+O (id=4) fired";
+    case HotkeyID::improve:
+      return "[Translate] hotkey Control+Option+Cmd+E (id=5) fired";
+    case HotkeyID::restoreLast:
+      return "[Translate] hotkey Control+Option+Cmd+L (id=6) fired — restore last";
+    case HotkeyID::trackpadLock:
+      return "[InputLock] hotkey (id=8) fired — toggle trackpad lock";
+    case HotkeyID::keyboardLock:
+      return "[InputLock] hotkey (id=9) fired — lock keyboard";
+    case HotkeyID::micMute:
+      return "[MicMute] hotkey (id=10) fired — toggle mic mute";
+  }
+  return nullptr;
+}
+
+}  // namespace
+
+AppDelegate::AppDelegate(Platform& platform)
+    : platform_(platform), application_(platform.application()) {}
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::loadInterface() {
+  mainFlutterWindow_ = std::make_shared<MainFlutterWindow>(platform_, *this);
+  mainFlutterWindow_->awakeFromNib();
+}
+
+void AppDelegate::applicationDidFinishLaunching() {
+  HotkeyManager::shared().loadConfigs(platform_.userDefaults());
+  makeStatusItem();
+  registerGlobalHotkey();
+  ClipboardPanelController::shared().initialize();
+  showMainWindow();
+}
+
+void AppDelegate::makeStatusItem() {
+  auto& hotkeys = HotkeyManager::shared();
+  statusItem_ = platform_.statusBar().makeStatusItem(squareStatusItemLength);
+  statusItem_->setImage(statusSymbol, statusDescription);
+  statusMenu_ = std::make_unique<StatusMenu>(
+      *this, hotkeys, platform_.userDefaults(),
+      StatusMenu::Actions{
+          .togglePopover = lifetime_.wrap([this] { togglePopover(); }),
+          .exportAllNotes = lifetime_.wrap([this] { sendFromMainWindow(exportAllNotes); }),
+          .importNotes = lifetime_.wrap([this] { sendFromMainWindow(importNotes); }),
+          .openSettings = lifetime_.wrap([this] { sendFromMainWindow(openSettings); }),
+          .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
+      });
+  hotkeys.toggleMenuItem = statusMenu_->toggleItem();
+  statusItem_->setMenu(statusMenu_->menu());
+}
+
+void AppDelegate::registerGlobalHotkey() {
+  auto& hotkeys = HotkeyManager::shared();
+  hotkeyHandler_ = platform_.hotKeys().setPressedHandler(
+      [this, signature = hotkeys.signature()](HotKeyIdentity identity) {
+        if (identity.signature != signature) return;
+        platform_.dispatch().mainQueue().async(
+            lifetime_.wrap([this, id = identity.id] { dispatchHotkey(id); }));
+      });
+  hotkeys.registerAll();
+}
+
+void AppDelegate::dispatchHotkey(std::uint32_t number) {
+  if (const auto channel = methodChannel.lock()) {
+    channel->invokeMethod(shortcutUsed, Map{{"id", std::int64_t{number}}});
+  }
+  const auto id = hotkeyId(number);
+  if (!id) return;
+  if (const auto* line = firedLine(*id)) platform_.systemLog().log(line);
+
+  switch (*id) {
+    case HotkeyID::togglePopover:
+      togglePopover();
+      break;
+    case HotkeyID::clipboardPanel:
+      ClipboardPanelController::shared().rememberFrontmostApp();
+      ClipboardPanelController::shared().showPanel();
+      break;
+    case HotkeyID::translate:
+    case HotkeyID::spelling:
+    case HotkeyID::improve:
+    case HotkeyID::restoreLast:
+    case HotkeyID::trackpadLock:
+    case HotkeyID::keyboardLock:
+    case HotkeyID::micMute:
+      break;  // their controllers are not part of this build
+  }
+}
+
+void AppDelegate::rememberAiPasteTarget(bool editorActive) {
+  auto frontmost = platform_.workspace().frontmostApplication();
+  const auto identifier = frontmost ? frontmost->bundleIdentifier() : std::string();
+  if (!editorActive && identifier == application_.bundleIdentifier()) {
+    platform_.systemLog().log(
+        "[Translate] rememberAiPasteTarget: frontmost es Zephyx sin editor key — se conserva el "
+        "destino externo anterior");
+    return;
+  }
+  ClipboardMonitor::shared().rememberedApp = std::move(frontmost);
+}
+
+std::shared_ptr<Window> AppDelegate::mainWindow() const {
+  const auto windows = application_.windows();
+  return windows.empty() ? nullptr : windows.front();
+}
+
+void AppDelegate::togglePopover() {
+  const auto window = mainWindow();
+  if (!window) return;
+  if (window->isVisible()) {
+    window->orderOut();
+    if (previousFrontmostApp_) previousFrontmostApp_->activateIgnoringOtherApps();
+    return;
+  }
+  previousFrontmostApp_ = platform_.workspace().frontmostApplication();
+  if (previousFrontmostApp_ &&
+      previousFrontmostApp_->bundleIdentifier() == application_.bundleIdentifier()) {
+    previousFrontmostApp_.reset();
+  }
+  showMainWindow();
+}
+
+void AppDelegate::showMainWindow() {
+  const auto window = mainWindow();
+  if (!window) return;
+  auto& screens = platform_.screens();
+  if (const auto main = screens.mainScreenIndex(); main >= 0) {
+    const auto visible = screens.screens().at(static_cast<std::size_t>(main)).visibleFrame;
+    const Size size{std::clamp(0.8 * visible.size.width, 900.0, 1400.0),
+                    std::clamp(0.85 * visible.size.height, 600.0, 900.0)};
+    window->setFrame(
+        {{visible.midX() - size.width * 0.5, visible.midY() - size.height * 0.5}, size});
+    window->center();
+  }
+  window->configure([](WindowConfiguration& c) {
+    c.alpha = 1.0;
+    c.level = windowLevel::status;
+    c.collectionBehavior = mainWindowCollectionBehavior;
+  });
+  window->makeKeyAndOrderFront();
+  application_.activateIgnoringOtherApps();
+}
+
+void AppDelegate::applicationShouldHandleReopen() {
+  const auto window = mainWindow();
+  if (window && window->isVisible()) {
+    showMainWindow();
+  } else {
+    togglePopover();
+  }
+}
+
+void AppDelegate::sendFromMainWindow(const std::string& method) {
+  const auto window = mainWindow();
+  if (window && !window->isVisible()) togglePopover();
+  if (const auto channel = methodChannel.lock()) channel->invokeMethod(method);
+}
+
+void AppDelegate::menuNeedsUpdate(Menu&) {
+  const auto window = mainWindow();
+  statusMenu_->refreshToggleTitle(window && window->isVisible());
+  statusMenu_->refreshSettingsShortcutHint();
+}
+
+}  // namespace zephyx

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "Channel/MethodChannel.h"
+#include "Platform/Application.h"
+#include "Platform/LifetimeGuard.h"
+#include "Platform/Menu.h"
+#include "Platform/Registration.h"
+#include "Runner/HotkeyId.h"
+
+namespace zephyx {
+
+class MainFlutterWindow;
+class Platform;
+class StatusMenu;
+
+/// The application's delegate and that of its status menu: owns the main window, the status item
+/// and its menu, and maps each global hotkey to its action. Main thread.
+class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
+ public:
+  explicit AppDelegate(Platform& platform);
+  ~AppDelegate() override;
+
+  /// The main engine's channel, set by the main window.
+  std::weak_ptr<MethodChannel> methodChannel;
+
+  /// Null before the interface is loaded.
+  const std::shared_ptr<MainFlutterWindow>& mainFlutterWindow() const { return mainFlutterWindow_; }
+
+  /// Chooses where the result of an AI action goes: the application in front, which with the editor
+  /// active is the program itself. With the program in front but not its editor, the earlier target
+  /// is kept.
+  void rememberAiPasteTarget(bool editorActive);
+
+  /// Shows the main window, or hides it and gives the focus back.
+  void togglePopover();
+
+  void loadInterface() override;
+  void applicationDidFinishLaunching() override;
+  bool applicationShouldTerminateAfterLastWindowClosed() override { return false; }
+  bool applicationSupportsSecureRestorableState() override { return true; }
+  void applicationShouldHandleReopen() override;
+
+  void menuNeedsUpdate(Menu& menu) override;
+  void menuWillOpen(Menu&) override {}
+  void menuDidClose(Menu&) override {}
+
+ private:
+  void makeStatusItem();
+  void registerGlobalHotkey();
+  void dispatchHotkey(std::uint32_t id);
+  void showMainWindow();
+  void sendFromMainWindow(const std::string& method);
+  /// The application's first window; null when it has none.
+  std::shared_ptr<Window> mainWindow() const;
+
+  Platform& platform_;
+  Application& application_;
+  std::shared_ptr<MainFlutterWindow> mainFlutterWindow_;
+  std::shared_ptr<StatusItem> statusItem_;
+  std::unique_ptr<StatusMenu> statusMenu_;
+  std::shared_ptr<RunningApplication> previousFrontmostApp_;
+  Registration hotkeyHandler_;
+  LifetimeGuard lifetime_;
+};
+
+}  // namespace zephyx

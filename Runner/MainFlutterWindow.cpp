@@ -1,0 +1,142 @@
+#include "Runner/MainFlutterWindow.h"
+
+#include <utility>
+
+#include "Platform/Application.h"
+#include "Platform/Dispatch.h"
+#include "Platform/Events.h"
+#include "Platform/FlutterEngine.h"
+#include "Platform/NotificationCenter.h"
+#include "Platform/Platform.h"
+#include "Platform/SystemLog.h"
+#include "Platform/Workspace.h"
+#include "Runner/AppDelegate.h"
+#include "Runner/ClipboardPanelController.h"
+#include "Runner/MenuChannel.h"
+#include "Runner/TelemetryRelay.h"
+#include "Runner/Url.h"
+
+namespace zephyx {
+namespace {
+
+constexpr Rect initialFrame{{160, 120}, {1100, 760}};
+constexpr Size minimumSize{900, 600};
+constexpr double filePanelPollInterval = 0.3;
+constexpr const char* quit = "quit";
+constexpr const char* openUrl = "openUrl";
+
+WindowConfiguration interfaceFileWindow() {
+  return {.kind = WindowKind::window,
+          .contentRect = initialFrame,
+          .title = "Zephyx",
+          .styleMask = styleMask::titled | styleMask::closable | styleMask::miniaturizable |
+                       styleMask::resizable};
+}
+
+}  // namespace
+
+MainFlutterWindow::MainFlutterWindow(Platform& platform, AppDelegate& delegate)
+    : platform_(platform),
+      delegate_(delegate),
+      application_(platform.application()),
+      window_(application_.makeWindow(interfaceFileWindow())) {}
+
+MainFlutterWindow::~MainFlutterWindow() {
+  if (!methodChannel_) return;
+  // An engine ends in this order: handlers off, its view out of the window, shut down, released.
+  methodChannel_->setMethodCallHandler(nullptr);
+  window_->setContentViewController(nullptr);
+  viewController_->engine()->shutDown();
+}
+
+void MainFlutterWindow::awakeFromNib() {
+  viewController_ = platform_.flutterEngines().makeViewControllerWithDefaultEngine();
+  const auto frame = window_->frame();
+  window_->setContentViewController(viewController_);
+  window_->setFrame(frame);
+
+  window_->configure([](WindowConfiguration& c) {
+    c.styleMask |= styleMask::fullSizeContentView;
+    c.titlebarAppearsTransparent = true;
+    c.titleHidden = true;
+    c.standardButtonsHidden = true;
+    c.minimumSize = minimumSize;
+    c.level = windowLevel::status;
+    c.collectionBehavior = mainWindowCollectionBehavior;
+    c.movableByWindowBackground = true;
+  });
+
+  // The system posts space changes on the workspace's own centre, so the last of these stays
+  // silent; hiding on a change of space rests on the key monitor.
+  auto& center = platform_.defaultNotificationCenter();
+  const auto* object = window_->notificationObject();
+  resignKeyObserver_ = center.addObserver(notification::windowDidResignKey, object,
+                                          lifetime_.wrap([this] { didResignKey(); }));
+  becomeKeyObserver_ =
+      center.addObserver(notification::windowDidBecomeKey, object, lifetime_.wrap([this] {
+        window_->configure([](WindowConfiguration& c) { c.level = windowLevel::status; });
+      }));
+  spaceObserver_ = center.addObserver(notification::activeSpaceDidChange, nullptr,
+                                      lifetime_.wrap([this] { window_->orderOut(); }));
+  setupGestureTracking();
+
+  methodChannel_ =
+      makeMenuChannel(viewController_->engine()->binaryMessenger(), platform_.systemLog());
+  delegate_.methodChannel = methodChannel_;
+  TelemetryRelay::shared().notesChannel = methodChannel_;
+  methodChannel_->setMethodCallHandler(lifetime_.wrap(
+      [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); }));
+  platform_.flutterEngines().registerPlugins(*viewController_);
+}
+
+void MainFlutterWindow::setupGestureTracking() {
+  eventMonitor_ = platform_.eventMonitors().addLocalMonitor(
+      eventMask(EventType::keyDown), [this](const Event& event) {
+        const bool arrow =
+            event.keyCode == keyCode::leftArrow || event.keyCode == keyCode::rightArrow;
+        if (arrow && (event.modifierFlags & eventModifier::control)) window_->orderOut();
+        return true;
+      });
+}
+
+void MainFlutterWindow::didResignKey() {
+  const auto key = application_.keyWindow();
+  if (key && key == ClipboardPanelController::shared().panel()) return;
+  if (application_.hasVisibleSavePanel()) {
+    window_->configure([](WindowConfiguration& c) { c.level = windowLevel::normal; });
+    waitForFilePanelClose();
+    return;
+  }
+  window_->orderOut();
+}
+
+void MainFlutterWindow::waitForFilePanelClose() {
+  platform_.dispatch().mainQueue().asyncAfter(filePanelPollInterval, lifetime_.wrap([this] {
+    if (application_.hasVisibleSavePanel()) {
+      waitForFilePanelClose();
+      return;
+    }
+    window_->configure([](WindowConfiguration& c) { c.level = windowLevel::status; });
+    window_->makeKeyAndOrderFront();
+    application_.activateIgnoringOtherApps();
+  }));
+}
+
+void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
+  if (call.method == quit) {
+    application_.terminate();
+    result.success();
+  } else if (call.method == openUrl) {
+    const auto* text = call.arguments.asString();
+    if (const auto url = text ? Url::parse(*text) : std::nullopt) {
+      platform_.workspace().openUrl(url->text);
+      result.success();
+    } else {
+      result.error(badArguments, "openUrl requiere una URL válida", call.arguments);
+    }
+  } else {
+    result.notImplemented();
+  }
+}
+
+}  // namespace zephyx

@@ -1,0 +1,91 @@
+#include "Runner/StatusMenu.h"
+
+#include <cstdint>
+#include <nlohmann/json.hpp>
+#include <utility>
+
+#include "Platform/UserDefaults.h"
+#include "Runner/HotkeyManager.h"
+
+namespace zephyx {
+namespace {
+
+using nlohmann::json;
+
+constexpr const char* settingsShortcutKey = "flutter.localShortcut.openSettings.v1";
+constexpr const char* settingsKeyEquivalent = ",";
+
+std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
+                                  std::function<void()> perform, const char* keyEquivalent = "",
+                                  std::uint64_t mask = eventModifier::command) {
+  auto row = std::make_shared<MenuItem>(title, action, std::move(perform));
+  row->setKeyEquivalent(keyEquivalent, mask);
+  return row;
+}
+
+}  // namespace
+
+StatusMenu::StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys,
+                       const UserDefaults& userDefaults, Actions actions)
+    : hotkeys_(hotkeys), userDefaults_(userDefaults), menu_(std::make_shared<Menu>(&delegate)) {
+  build(std::move(actions));
+}
+
+void StatusMenu::build(Actions actions) {
+  constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
+
+  toggleItem_ = makeRow("Open", "togglePopover", std::move(actions.togglePopover), "", 0);
+  const auto toggle = hotkeys_.configs().find(HotkeyID::togglePopover);
+  if (toggle != hotkeys_.configs().end()) {
+    const auto key = hotkeys_.keyEquivalent(toggle->second.keyCode);
+    if (!key.empty()) toggleItem_->setKeyEquivalent(key, eventModifiers(toggle->second.modifiers));
+  }
+  settingsMenuItem_ =
+      makeRow("Settings…", "openSettings", std::move(actions.openSettings), settingsKeyEquivalent);
+
+  // From top to bottom. A section without rows has no separator either.
+  addSection({});  // system monitor, agent usage
+  addSection({});  // external display brightness
+  addSection({});  // keyboard and trackpad lock
+  addSection({});  // microphone
+  addSection({toggleItem_});
+  addSection(
+      {makeRow("Export All Notes", "exportAllNotes", std::move(actions.exportAllNotes), "e",
+               shiftCommand),
+       makeRow("Import Notes", "importNotes", std::move(actions.importNotes), "i", shiftCommand)});
+  addSection({settingsMenuItem_});
+  refreshSettingsShortcutHint();
+  addSection({});  // updates
+  addSection({makeRow("Quit", "quitApp", std::move(actions.quitApp))});
+}
+
+void StatusMenu::addSection(const std::vector<std::shared_ptr<MenuItem>>& rows) {
+  if (rows.empty()) return;
+  if (!menu_->items().empty()) menu_->addItem(MenuItem::separator());
+  for (const auto& row : rows) menu_->addItem(row);
+}
+
+void StatusMenu::refreshToggleTitle(bool mainWindowVisible) {
+  toggleItem_->setTitle(mainWindowVisible ? "Hide" : "Show");
+}
+
+void StatusMenu::refreshSettingsShortcutHint() {
+  const auto stored = userDefaults_.string(settingsShortcutKey);
+  const auto shortcut =
+      stored ? json::parse(*stored, nullptr, false) : json(json::value_t::discarded);
+  const auto keyChar = shortcut.is_object() ? shortcut.find("keyChar") : shortcut.end();
+  if (keyChar == shortcut.end() || !keyChar->is_string()) {
+    settingsMenuItem_->setKeyEquivalent(settingsKeyEquivalent, eventModifier::command);
+    return;
+  }
+  const auto flag = [&](const char* name, std::uint64_t bit) {
+    const auto member = shortcut.find(name);
+    return member != shortcut.end() && member->is_boolean() && member->get<bool>() ? bit : 0;
+  };
+  settingsMenuItem_->setKeyEquivalent(
+      keyChar->get<std::string>(),
+      flag("meta", eventModifier::command) | flag("shift", eventModifier::shift) |
+          flag("alt", eventModifier::option) | flag("control", eventModifier::control));
+}
+
+}  // namespace zephyx

@@ -1,0 +1,37 @@
+import QtQuick
+
+Rectangle {
+    id: chip
+
+    property string label
+    property bool checked: false
+    signal clicked
+
+    implicitWidth: caption.implicitWidth + 22
+    implicitHeight: 26
+    radius: 13
+    color: checked ? Theme.accentSoft : area.containsMouse ? Theme.hover : "transparent"
+    border.width: 1
+    border.color: checked ? Theme.accent : Theme.lineSoft
+
+    Accessible.role: Accessible.RadioButton
+    Accessible.name: label
+    Accessible.checked: checked
+    Accessible.onPressAction: clicked()
+
+    Text {
+        id: caption
+        anchors.centerIn: parent
+        text: chip.label
+        color: chip.checked ? Theme.text : Theme.textSoft
+        font.pixelSize: Theme.smallSize
+    }
+
+    MouseArea {
+        id: area
+        anchors.fill: parent
+        hoverEnabled: true
+        cursorShape: Qt.PointingHandCursor
+        onClicked: chip.clicked()
+    }
+}

@@ -1,0 +1,256 @@
+#include "Screens/MainScreenController.h"
+
+#include <QtCore/QMimeData>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <algorithm>
+#include <chrono>
+#include <utility>
+
+#include "Screens/Age.h"
+#include "Screens/NotesFile.h"
+#include "Screens/ScreenFolder.h"
+
+namespace zephyx {
+namespace {
+
+// From the host.
+constexpr auto pasteIntoEditorMethod = "pasteIntoEditor";
+constexpr auto exportAllNotesMethod = "exportAllNotes";
+constexpr auto importNotesMethod = "importNotes";
+constexpr auto openSettingsMethod = "openSettings";
+constexpr auto shortcutUsedMethod = "shortcutUsed";
+constexpr auto telemetryEventMethod = "telemetryEvent";
+// To the host.
+constexpr auto quitMethod = "quit";
+
+constexpr auto saveDelay = std::chrono::milliseconds(250);
+// Editing longer notes would no longer be fluent.
+constexpr qsizetype maximumNoteCharacters = 2'000'000;
+
+constexpr qsizetype listedCharacters = 400;
+
+QString counted(std::size_t notes) {
+  return notes == 1 ? QStringLiteral("1 note was") : QStringLiteral("%1 notes were").arg(notes);
+}
+
+}  // namespace
+
+MainScreenController::MainScreenController(ScreenServices services)
+    : settings_(services.userDefaults),
+      store_(screenFolder(services.directories)),
+      channel_(services.messenger, screenChannelName, reportToLog) {
+  saveTimer_.setSingleShot(true);
+  saveTimer_.setInterval(saveDelay);
+  connect(&saveTimer_, &QTimer::timeout, this, &MainScreenController::save);
+  reload();
+  openNote(0);
+  switch (store_.condition()) {
+    case StoreCondition::opened:
+    case StoreCondition::created:
+      break;
+    case StoreCondition::replacedDamaged:
+      tell(tr("The notes were damaged. They were set aside, and a new collection was begun."));
+      break;
+    case StoreCondition::replacedNewer:
+      tell(tr("The notes are of a newer version. They were set aside."));
+      break;
+    case StoreCondition::notKept:
+      tell(tr("Notes cannot be written here and last only until the program ends."));
+      break;
+  }
+  channel_.setMethodCallHandler(guard_.wrap([this](const MethodCall& call, MethodResult result) {
+    handle(call, std::move(result));
+  }));
+}
+
+MainScreenController::~MainScreenController() {
+  channel_.setMethodCallHandler({});
+  save();
+}
+
+void MainScreenController::handle(const MethodCall& call, MethodResult result) {
+  if (call.method == pasteIntoEditorMethod) {
+    pasteIntoEditor();
+  } else if (call.method == exportAllNotesMethod) {
+    exportNotes();
+  } else if (call.method == importNotesMethod) {
+    importNotes();
+  } else if (call.method == openSettingsMethod) {
+    setShowsSettings(true);
+  } else if (call.method == shortcutUsedMethod) {
+    const Map* map = call.arguments.asMap();
+    const Value* id = map ? map->find("id") : nullptr;
+    if (const auto number = id ? id->asInteger() : std::nullopt)
+      settings_.countShortcutUse(*number);
+  } else if (call.method != telemetryEventMethod) {
+    return result.notImplemented();
+  }
+  result.success();
+}
+
+void MainScreenController::pasteIntoEditor() {
+  const QMimeData* data = QGuiApplication::clipboard()->mimeData();
+  if (!data || !data->hasText()) return;
+  const QString pasted = data->text();
+  if (pasted.isEmpty()) return;
+  if (pasted.size() + current_.text.size() > maximumNoteCharacters)
+    return tell(tr("The clipboard holds more text than fits into a note."));
+  setShowsSettings(false);
+  if (hasEditor_) {
+    emit textPasted(pasted);
+  } else {
+    setText(current_.text + pasted);
+  }
+}
+
+void MainScreenController::setText(const QString& text) {
+  if (text == current_.text) return;
+  current_.text = text;
+  current_.modifiedEpochMs = nowEpochMs();
+  emit textChanged();
+  unsaved_ = true;
+  // Not started anew by each letter, so that steady typing is saved too.
+  if (!saveTimer_.isActive()) saveTimer_.start();
+}
+
+void MainScreenController::save() {
+  if (!std::exchange(unsaved_, false)) return;
+  saveTimer_.stop();
+  if (current_.id != 0) {
+    if (!store_.update(current_)) return tell(tr("The note could not be saved."));
+  } else if (!current_.text.trimmed().isEmpty()) {
+    const auto id = store_.add(current_.text, current_.modifiedEpochMs);
+    if (!id) return tell(tr("The note could not be saved."));
+    current_.id = *id;
+  } else {
+    return;
+  }
+  model_.moveToTop({.id = current_.id,
+                    .text = current_.text.left(listedCharacters),
+                    .modifiedEpochMs = current_.modifiedEpochMs});
+  emit currentChanged();
+}
+
+// A note that was left without text is not worth keeping.
+void MainScreenController::leaveNote() {
+  save();
+  if (current_.id == 0 || !current_.text.trimmed().isEmpty()) return;
+  store_.remove(current_.id);
+  model_.remove(current_.id);
+}
+
+void MainScreenController::open(Note note) {
+  current_ = std::move(note);
+  emit textChanged();
+  emit currentChanged();
+}
+
+void MainScreenController::newNote() {
+  leaveNote();
+  setSearchText({});
+  setShowsSettings(false);
+  open({});
+}
+
+void MainScreenController::openNote(int row) {
+  const Note* chosen = model_.note(row);
+  const auto id = chosen ? chosen->id : 0;
+  if (id != 0 && id == current_.id) return setShowsSettings(false);
+  leaveNote();
+  setShowsSettings(false);
+  const Note* note = model_.note(model_.rowOf(id));
+  const auto text = note ? store_.text(id) : std::nullopt;
+  if (!text) return open({});
+  open({.id = id, .text = *text, .modifiedEpochMs = note->modifiedEpochMs});
+}
+
+void MainScreenController::deleteNote() {
+  save();
+  if (current_.id == 0) return open({});
+  const int row = currentRow();
+  if (!store_.remove(current_.id)) return tell(tr("The note could not be deleted."));
+  tell(tr("“%1” was deleted.").arg(noteTitle(current_.text)));
+  deleted_ = std::exchange(current_, {});
+  emit messageChanged();
+  model_.remove(deleted_->id);
+  openNote(std::min(row, model_.rowCount() - 1));
+}
+
+void MainScreenController::undoDelete() {
+  if (!deleted_) return;
+  leaveNote();
+  const auto id = store_.add(deleted_->text, deleted_->modifiedEpochMs);
+  if (!id) return tell(tr("The note could not be brought back."));
+  dismissMessage();
+  setSearchText({});
+  reload();
+  openNote(model_.rowOf(*id));
+}
+
+void MainScreenController::setSearchText(const QString& text) {
+  if (std::exchange(searchText_, text) == text) return;
+  save();
+  reload();
+  emit searchTextChanged();
+}
+
+void MainScreenController::reload() {
+  model_.replace(store_.list(searchText_));
+  emit currentChanged();
+}
+
+void MainScreenController::setShowsSettings(bool shows) {
+  if (std::exchange(showsSettings_, shows) != shows) emit pageChanged();
+}
+
+void MainScreenController::exportNotes() {
+  filePanel_.chooseForSaving(tr("Export all notes"), QStringLiteral("Notes.json"),
+                             guard_.wrap([this](const QString& path) { exportTo(path); }));
+}
+
+void MainScreenController::importNotes() {
+  filePanel_.chooseForOpening(tr("Import notes"),
+                              guard_.wrap([this](const QString& path) { importFrom(path); }));
+}
+
+void MainScreenController::exportTo(const QString& path) {
+  save();
+  const auto notes = store_.all();
+  const QString failure = writeNotesFile(path, notes);
+  tell(failure.isEmpty() ? tr("%1 exported.").arg(counted(notes.size())) : failure);
+}
+
+void MainScreenController::importFrom(const QString& path) {
+  const auto read = readNotesFile(path);
+  if (const auto* failure = std::get_if<QString>(&read)) return tell(*failure);
+  save();
+  const auto added = store_.addMissing(std::get<std::vector<Note>>(read));
+  if (!added) return tell(tr("The notes could not be written. Nothing was imported."));
+  setSearchText({});
+  reload();
+  if (current_.id == 0 && current_.text.isEmpty()) openNote(0);
+  tell(*added == 0 ? tr("These notes are all here already.") : tr("%1 imported.").arg(counted(*added)));
+}
+
+void MainScreenController::tell(const QString& message) {
+  deleted_.reset();
+  message_ = message;
+  emit messageChanged();
+}
+
+void MainScreenController::dismissMessage() { tell({}); }
+
+void MainScreenController::quit() {
+  save();
+  channel_.invokeMethod(quitMethod);
+}
+
+QString MainScreenController::edited() const {
+  if (current_.id == 0) return tr("New note");
+  const QString age = ageText(current_.modifiedEpochMs, nowEpochMs());
+  const bool isSpan = age.endsWith("min") || age.endsWith('h') || age.endsWith("days");
+  return tr("Edited %1").arg(isSpan ? age + tr(" ago") : age);
+}
+
+}  // namespace zephyx

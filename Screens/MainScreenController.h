@@ -1,0 +1,100 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QTimer>
+#include <QtQml/qqmlregistration.h>
+#include <optional>
+
+#include "Channel/MethodChannel.h"
+#include "Platform/LifetimeGuard.h"
+#include "Platform/Linux/ScreenProgram.h"
+#include "Screens/FilePanel.h"
+#include "Screens/NotesModel.h"
+#include "Screens/NotesStore.h"
+#include "Screens/ScreenSettings.h"
+
+namespace zephyx {
+
+/// The notes editor without its picture. Works from its construction on. Main thread.
+class MainScreenController : public QObject {
+  Q_OBJECT
+  QML_NAMED_ELEMENT(MainController)
+  QML_UNCREATABLE("made by the program")
+  Q_PROPERTY(zephyx::NotesModel* notes READ notes CONSTANT)
+  Q_PROPERTY(zephyx::ScreenSettings* settings READ settings CONSTANT)
+  Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
+  Q_PROPERTY(int currentRow READ currentRow NOTIFY currentChanged)
+  Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
+  Q_PROPERTY(QString edited READ edited NOTIFY currentChanged)
+  Q_PROPERTY(bool showsSettings READ showsSettings WRITE setShowsSettings NOTIFY pageChanged)
+  Q_PROPERTY(QString message READ message NOTIFY messageChanged)
+  Q_PROPERTY(bool canUndo READ canUndo NOTIFY messageChanged)
+
+ public:
+  explicit MainScreenController(ScreenServices services);
+  ~MainScreenController() override;
+
+  NotesModel* notes() { return &model_; }
+  ScreenSettings* settings() { return &settings_; }
+  QString searchText() const { return searchText_; }
+  void setSearchText(const QString& text);
+  int currentRow() const { return model_.rowOf(current_.id); }
+  QString text() const { return current_.text; }
+  void setText(const QString& text);
+  /// When the open note was last changed, in words.
+  QString edited() const;
+  bool showsSettings() const { return showsSettings_; }
+  void setShowsSettings(bool shows);
+  QString message() const { return message_; }
+  bool canUndo() const { return deleted_.has_value(); }
+
+  /// The picture has an editor that inserts what `textPasted` brings.
+  Q_INVOKABLE void setHasEditor(bool hasEditor) { hasEditor_ = hasEditor; }
+  Q_INVOKABLE void newNote();
+  Q_INVOKABLE void openNote(int row);
+  Q_INVOKABLE void deleteNote();
+  Q_INVOKABLE void undoDelete();
+  Q_INVOKABLE void dismissMessage();
+  Q_INVOKABLE void exportNotes();
+  Q_INVOKABLE void importNotes();
+  Q_INVOKABLE void quit();
+  /// Writes at once what was typed.
+  Q_INVOKABLE void save();
+
+  void exportTo(const QString& path);
+  void importFrom(const QString& path);
+
+ signals:
+  void searchTextChanged();
+  void currentChanged();
+  void textChanged();
+  void pageChanged();
+  void messageChanged();
+  /// To be inserted at the cursor, in the place of the selection.
+  void textPasted(const QString& text);
+
+ private:
+  void handle(const MethodCall& call, MethodResult result);
+  void pasteIntoEditor();
+  void leaveNote();
+  void open(Note note);
+  void reload();
+  void tell(const QString& message);
+
+  ScreenSettings settings_;
+  NotesStore store_;
+  NotesModel model_;
+  Note current_;  ///< without an identifier until it has text
+  std::optional<Note> deleted_;
+  QString searchText_;
+  QString message_;
+  bool showsSettings_ = false;
+  bool hasEditor_ = false;
+  bool unsaved_ = false;
+  QTimer saveTimer_;
+  FilePanel filePanel_;
+  MethodChannel channel_;
+  LifetimeGuard guard_;
+};
+
+}  // namespace zephyx

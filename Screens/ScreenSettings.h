@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QtCore/QObject>
+#include <QtCore/QString>
+#include <QtQml/qqmlregistration.h>
+#include <cstdint>
+
+namespace zephyx {
+
+class UserDefaults;
+
+/// The shared preferences that the screens use. Main thread.
+class ScreenSettings : public QObject {
+  Q_OBJECT
+  QML_ELEMENT
+  QML_UNCREATABLE("made by the program")
+  Q_PROPERTY(int historyLimit READ historyLimit WRITE setHistoryLimit NOTIFY historyLimitChanged)
+  Q_PROPERTY(QString settingsShortcut READ settingsShortcut NOTIFY settingsShortcutChanged)
+  Q_PROPERTY(bool hasSettingsShortcut READ hasSettingsShortcut NOTIFY settingsShortcutChanged)
+
+ public:
+  static constexpr int minimumHistoryLimit = 10;
+  static constexpr int maximumHistoryLimit = 100'000;
+
+  explicit ScreenSettings(UserDefaults& userDefaults) : userDefaults_(userDefaults) {}
+
+  int historyLimit() const;
+  void setHistoryLimit(int limit);
+
+  /// In words, for example "Super+Shift+K".
+  QString settingsShortcut() const;
+  bool hasSettingsShortcut() const;
+  Q_INVOKABLE bool isSettingsShortcut(int key, int modifiers) const;
+  /// False when the key cannot be one: no modifier besides Shift, or no character.
+  Q_INVOKABLE bool recordSettingsShortcut(int key, int modifiers);
+  Q_INVOKABLE void clearSettingsShortcut();
+
+  void countShortcutUse(std::int64_t id);
+
+ signals:
+  void historyLimitChanged();
+  void settingsShortcutChanged();
+
+ private:
+  UserDefaults& userDefaults_;
+};
+
+}  // namespace zephyx

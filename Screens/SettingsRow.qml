@@ -1,0 +1,43 @@
+import QtQuick
+
+Item {
+    id: row
+
+    property string title
+    property string explanation
+    default property alias control: slot.data
+
+    width: parent ? parent.width : 0
+    height: Math.max(words.height, slot.childrenRect.height) + 26
+
+    Column {
+        id: words
+        anchors {
+            left: parent.left; leftMargin: 18; right: slot.left; rightMargin: 16
+            verticalCenter: parent.verticalCenter
+        }
+        spacing: 4
+
+        Text {
+            width: parent.width
+            text: row.title
+            color: Theme.text
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.textSize
+        }
+        Text {
+            width: parent.width
+            visible: text.length > 0
+            text: row.explanation
+            color: Theme.textFaint
+            wrapMode: Text.Wrap
+            font.pixelSize: Theme.smallSize
+        }
+    }
+    Item {
+        id: slot
+        anchors { right: parent.right; rightMargin: 18; verticalCenter: parent.verticalCenter }
+        width: childrenRect.width
+        height: childrenRect.height
+    }
+}

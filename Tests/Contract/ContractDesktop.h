@@ -1,0 +1,103 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Platform/BinaryMessenger.h"
+#include "Platform/Image.h"
+#include "Platform/Registration.h"
+
+namespace zephyx {
+
+class Platform;
+class UserDefaults;
+
+/// One piece of data that a program offers on the pasteboard.
+struct PasteboardItem {
+  std::string type;  ///< a `pasteboardType`, or any other type the system can carry
+  Bytes data;
+};
+
+/// A desktop with other programs and a user in it: all that a contract suite needs besides the
+/// services under test. Every test gets a fresh one; its own windows and programs are gone when it
+/// is destroyed. Main thread. Calls return when what they did can be seen by other programs; what
+/// the host's services show of it may need `runUntil`.
+class ContractDesktop {
+ public:
+  virtual ~ContractDesktop() = default;
+
+  virtual Platform& platform() = 0;
+
+  /// Lets the desktop live (main loop, queues, other programs) until `condition`, asked on the main
+  /// thread, holds. False when it did not within `deadline` seconds.
+  virtual bool runUntil(const std::function<bool()>& condition, double deadline = 5) = 0;
+
+  /// For "nothing happens": lets `seconds` pass.
+  void pass(double seconds) {
+    runUntil([] { return false; }, seconds);
+  }
+
+  // Pasteboard
+
+  virtual bool announcesPasteboardChanges() const = 0;
+  /// Another program takes the pasteboard over and offers `items`, in this order.
+  virtual void otherProgramCopies(const std::vector<PasteboardItem>& items) = 0;
+  /// Another program takes the pasteboard over, says that it offers `types`, and never hands over
+  /// any data.
+  virtual void hungProgramCopies(const std::vector<std::string>& types) = 0;
+  /// What another program gets when it asks the pasteboard for a type; nothing when not offered.
+  virtual std::optional<Bytes> otherProgramPastes(const std::string& type) = 0;
+
+  // Another application, with one window with a text field
+
+  /// Starts it, at most once in a test; it is in front and has the keyboard when this returns.
+  virtual void startOtherApplication() = 0;
+  virtual void bringOtherApplicationToFront() = 0;
+  /// What was typed and pasted into its text field.
+  virtual std::string otherApplicationText() = 0;
+  /// It ends, its window with it.
+  virtual void quitOtherApplication() = 0;
+
+  // The user's own keyboard
+
+  /// Presses and releases a key (a `keyCode`) with modifiers (`eventModifier` bits).
+  virtual void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) = 0;
+  /// Holds modifiers down until `releaseModifiers`.
+  virtual void holdModifiers(std::uint64_t modifierFlags) = 0;
+  virtual void releaseModifiers() = 0;
+  virtual void setCapsLock(bool on) = 0;
+  /// Another program owns a system-wide hot key while the registration lives.
+  [[nodiscard]] virtual Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
+                                                             std::uint32_t carbonModifiers) = 0;
+
+  // The status menu
+
+  /// Titles of the rows of the open menu, from top to bottom, "-" for separators, hidden rows left
+  /// out; nothing when no menu is open.
+  virtual std::optional<std::vector<std::string>> openMenuRows() = 0;
+  /// The user picks the row with this title in the open menu, which closes it.
+  virtual void chooseMenuRow(const std::string& title) = 0;
+  /// The user closes the open menu without a choice.
+  virtual void dismissMenu() = 0;
+
+  // Engines and stores
+
+  /// The screen's end of the engine that last ran `entryPoint`; null when none did.
+  virtual std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) = 0;
+  /// The user defaults as the next start of the host finds them.
+  virtual std::unique_ptr<UserDefaults> reopenUserDefaults() = 0;
+  /// An encoded picture that the system can read, of one colour, at 72 pixels to the inch.
+  virtual Bytes encodedPicture(PixelSize size) = 0;
+};
+
+/// Makes the desktop of one test. The name tells runs apart in the names of the tests.
+struct ContractDesktopFactory {
+  const char* name;
+  std::function<std::unique_ptr<ContractDesktop>()> make;
+};
+
+}  // namespace zephyx

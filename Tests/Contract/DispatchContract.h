@@ -1,0 +1,77 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+
+#include "Platform/Dispatch.h"
+#include "Tests/Contract/ContractTest.h"
+
+namespace zephyx {
+
+class DispatchContract : public ContractTest {
+ protected:
+  Dispatch& dispatch() { return platform().dispatch(); }
+};
+
+TEST_P(DispatchContract, MainBlocksRunLaterInOrderOnTheMainThread) {
+  std::string log;
+  bool onMain = true;
+  for (const char* name : {"a", "b", "c"}) {
+    dispatch().mainQueue().async([&log, &onMain, this, name] {
+      log += name;
+      onMain = onMain && dispatch().isMainThread();
+      if (log == "a") dispatch().mainQueue().async([&log] { log += "d"; });
+    });
+  }
+  EXPECT_EQ(log, "");
+  EXPECT_TRUE(becomesTrue([&] { return log.size() == 4; }));
+  EXPECT_EQ(log, "abcd");
+  EXPECT_TRUE(onMain);
+}
+
+TEST_P(DispatchContract, DelayedBlocksRunInTheOrderInWhichTheyBecomeDueAndNoSooner) {
+  std::string log;
+  const double start = dispatch().wallClock();
+  double late = 0;
+  dispatch().mainQueue().asyncAfter(0.3, [&] {
+    log += "late";
+    late = dispatch().wallClock() - start;
+  });
+  dispatch().mainQueue().asyncAfter(0.1, [&] { log += "soon "; });
+  dispatch().mainQueue().async([&] { log += "now "; });
+  EXPECT_TRUE(becomesTrue([&] { return late > 0; }));
+  EXPECT_EQ(log, "now soon late");
+  EXPECT_GE(late, 0.299);
+}
+
+TEST_P(DispatchContract, GlobalBlocksRunOffTheMainThreadAndComeBack) {
+  std::atomic<bool> ran{false};
+  std::atomic<bool> wasMain{true};
+  bool cameBack = false;
+  dispatch().globalQueue().async([&] {
+    wasMain = dispatch().isMainThread();
+    ran = true;
+    dispatch().mainQueue().async([&] { cameBack = dispatch().isMainThread(); });
+  });
+  EXPECT_TRUE(becomesTrue([&] { return cameBack; }));
+  EXPECT_TRUE(ran);
+  EXPECT_FALSE(wasMain);
+}
+
+TEST_P(DispatchContract, TimersRepeatUntilDroppedAlsoFromInside) {
+  int outer = 0;
+  int inner = 0;
+  auto timer = dispatch().scheduleRepeatingTimer(0.05, [&] { ++outer; });
+  Registration selfDropping;
+  selfDropping = dispatch().scheduleRepeatingTimer(0.05, [&] {
+    if (++inner == 2) selfDropping.reset();
+  });
+  EXPECT_TRUE(becomesTrue([&] { return outer >= 4 && inner >= 2; }));
+  timer.reset();
+  const int stopped = outer;
+  desktop().pass(0.3);
+  EXPECT_EQ(outer, stopped);
+  EXPECT_EQ(inner, 2);
+}
+
+}  // namespace zephyx

@@ -1,0 +1,30 @@
+#include <memory>
+
+#include "Tests/Contract/DispatchContract.h"
+#include "Tests/Contract/EngineContract.h"
+#include "Tests/Contract/KeyboardContract.h"
+#include "Tests/Contract/LinuxContractDesktop.h"
+#include "Tests/Contract/PasteboardContract.h"
+#include "Tests/Contract/StatusBarContract.h"
+#include "Tests/Contract/StoreContract.h"
+#include "Tests/Contract/WindowContract.h"
+#include "Tests/Contract/WorkspaceContract.h"
+
+namespace zephyx {
+namespace {
+
+const auto linuxDesktop = testing::Values(
+    ContractDesktopFactory{"X11", [] { return std::make_unique<LinuxContractDesktop>(); }});
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, PasteboardContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, StatusBarContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, StoreContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, WindowContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, WorkspaceContract, linuxDesktop, contractRunName);
+
+}  // namespace zephyx

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "Tests/Contract/ContractDesktop.h"
+#include "Tests/Simulated/SimulatedDesktop.h"
+
+namespace zephyx {
+
+/// The simulation as a machine for the contract suites.
+class SimulatedContractDesktop final : public ContractDesktop {
+ public:
+  /// The two kinds of system that the simulation can be.
+  enum class Kind { polled, announcing };
+  explicit SimulatedContractDesktop(Kind kind);
+  ~SimulatedContractDesktop() override;
+
+  Platform& platform() override { return machine_.platform(); }
+  bool runUntil(const std::function<bool()>& condition, double deadline) override;
+
+  bool announcesPasteboardChanges() const override;
+  void otherProgramCopies(const std::vector<PasteboardItem>& items) override;
+  void hungProgramCopies(const std::vector<std::string>& types) override;
+  std::optional<Bytes> otherProgramPastes(const std::string& type) override;
+
+  void startOtherApplication() override;
+  void bringOtherApplicationToFront() override;
+  std::string otherApplicationText() override;
+  void quitOtherApplication() override;
+
+  void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
+  void holdModifiers(std::uint64_t modifierFlags) override;
+  void releaseModifiers() override;
+  void setCapsLock(bool) override {}  // lock keys change nothing here
+  Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
+                                       std::uint32_t carbonModifiers) override;
+
+  std::optional<std::vector<std::string>> openMenuRows() override;
+  void chooseMenuRow(const std::string& title) override;
+  void dismissMenu() override;
+
+  std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
+  std::unique_ptr<UserDefaults> reopenUserDefaults() override;
+  Bytes encodedPicture(PixelSize size) override;
+
+ private:
+  SimulatedDesktop machine_;
+  std::shared_ptr<SimulatedRunningApplication> otherApplication_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,35 @@
+#include <memory>
+
+#include "Tests/Contract/DispatchContract.h"
+#include "Tests/Contract/EngineContract.h"
+#include "Tests/Contract/KeyboardContract.h"
+#include "Tests/Contract/PasteboardContract.h"
+#include "Tests/Contract/SimulatedContractDesktop.h"
+#include "Tests/Contract/StatusBarContract.h"
+#include "Tests/Contract/StoreContract.h"
+#include "Tests/Contract/WindowContract.h"
+#include "Tests/Contract/WorkspaceContract.h"
+
+namespace zephyx {
+namespace {
+
+ContractDesktopFactory simulation(const char* name, SimulatedContractDesktop::Kind kind) {
+  return {name, [kind] { return std::make_unique<SimulatedContractDesktop>(kind); }};
+}
+
+const auto simulations =
+    testing::Values(simulation("Polled", SimulatedContractDesktop::Kind::polled),
+                    simulation("Announcing", SimulatedContractDesktop::Kind::announcing));
+
+}  // namespace
+
+INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, PasteboardContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, StatusBarContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, StoreContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, WindowContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, WorkspaceContract, simulations, contractRunName);
+
+}  // namespace zephyx

@@ -1,0 +1,390 @@
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+#include <set>
+#include <thread>
+
+#include "Tests/Desktop/ClipboardTest.h"
+
+namespace zephyx {
+namespace {
+
+using namespace std::chrono_literals;
+using Types = std::vector<std::string>;
+
+constexpr std::size_t twentyMegabytes = 20'000'000;
+
+struct Copied {
+  const char* name;
+  ClipboardProgram::Formats formats;
+  Types types;
+  const char* type;
+  const char* text;
+};
+
+class ClipboardFormats : public ClipboardTest, public testing::WithParamInterface<Copied> {};
+
+TEST_P(ClipboardFormats, AreShownAsPasteboardTypes) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.copy(GetParam().formats);
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_EQ(shown_[0].contents->types(), GetParam().types);
+  EXPECT_EQ(shown_[0].contents->string(GetParam().type).value_or("nothing"), GetParam().text);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Clipboard, ClipboardFormats,
+    testing::Values(
+        Copied{"Text",
+               {{"STRING", "?"}, {"UTF8_STRING", "gr\xC3\xBC\xC3\x9F"}, {"text/html", "<b>"}},
+               {pasteboardType::string, "text/html"},
+               pasteboardType::string,
+               "gr\xC3\xBC\xC3\x9F"},
+        Copied{"RawFormat",
+               {{"UTF8_STRING", "a"}, {"text/html", "<b>"}},
+               {pasteboardType::string, "text/html"},
+               "text/html",
+               "<b>"},
+        Copied{"Latin1",
+               {{"STRING", "gr\xFC\xDF"}},
+               {pasteboardType::string},
+               pasteboardType::string,
+               "gr\xC3\xBC\xC3\x9F"},
+        Copied{"SecondTargetWhenTheFirstIsRefused",
+               {{"UTF8_STRING", "refused"}, {"text/plain;charset=UTF-8", "b"}},
+               {pasteboardType::string},
+               pasteboardType::string,
+               "b"},
+        Copied{"TextWhenTheImageIsRefused",
+               {{"image/png", "refused"}, {"UTF8_STRING", "b"}},
+               {pasteboardType::png, pasteboardType::string},
+               pasteboardType::string,
+               "b"},
+        Copied{"MalformedText",
+               {{"UTF8_STRING", "a\xFF\xC3z"}},
+               {pasteboardType::string},
+               pasteboardType::string,
+               "a\xEF\xBF\xBD\xEF\xBF\xBDz"},
+        Copied{"File",
+               {{"UTF8_STRING", "/a b"}, {"text/uri-list", "#\r\nfile:///a%20b\r\nfile:///c"}},
+               {pasteboardType::string, pasteboardType::fileUrl},
+               pasteboardType::fileUrl,
+               "file:///a%20b"},
+        Copied{"FileOfAFileManager",
+               {{"x-special/gnome-copied-files", "cut\nfile://localhost/a"}},
+               {pasteboardType::fileUrl},
+               pasteboardType::fileUrl,
+               "file:///a"},
+        Copied{"Link",
+               {{"text/uri-list", "https://a.example/\r\n"}, {"UTF8_STRING", "a"}},
+               {pasteboardType::url, pasteboardType::string},
+               pasteboardType::url,
+               "https://a.example/"},
+        Copied{
+            "LinkOfABrowser",
+            {{"text/x-moz-url", std::string("h\0:\0/\0x\0\n\0T\0", 12)}, {"UTF8_STRING", "h:/x"}},
+            {pasteboardType::url, pasteboardType::string},
+            pasteboardType::url,
+            "h:/x"},
+        Copied{"EmptyUriList",
+               {{"text/uri-list", "\r\n"}, {"UTF8_STRING", "a"}},
+               {pasteboardType::string},
+               pasteboardType::string,
+               "a"},
+        Copied{"Png",
+               {{"image/jpeg", "J"}, {"image/png", "P"}, {"UTF8_STRING", "a"}},
+               {pasteboardType::png, pasteboardType::string, "image/jpeg"},
+               pasteboardType::png,
+               "P"},
+        Copied{"AnyBitmap",
+               {{"image/gif", "G"}, {"image/jpeg", "J"}},
+               {pasteboardType::tiff, "image/gif"},
+               pasteboardType::tiff,
+               "J"},
+        Copied{"NotOffered",
+               {{"text/html", "<b>"}},
+               {"text/html"},
+               pasteboardType::string,
+               "nothing"}),
+    [](const auto& test) { return test.param.name; });
+
+class ClipboardReading : public ClipboardTest {};
+
+TEST_F(ClipboardReading, HiddenCopiesAreNotLookedAt) {
+  openAndObserve();
+  ClipboardProgram program;
+  for (const char* mark : {"x-kde-passwordManagerHint", "text/x-KDE-PasswordManagerHint",
+                           "org.nspasteboard.TransientType"}) {
+    program.copy({{"UTF8_STRING", "s"}, {"text/uri-list", "file:///s"}, {mark, "secret"}});
+    ASSERT_TRUE(showsCopies(shown_.size() + 1));
+  }
+  program.copyText("open");
+  ASSERT_TRUE(showsCopies(4));
+  const auto types = shown_[0].contents->types();
+  EXPECT_EQ(std::count(types.begin(), types.end(), "org.nspasteboard.ConcealedType"), 1);
+  const auto requests = program.requests();
+  EXPECT_EQ(requests.size(), 5u) << "four lists of targets and one text";
+  EXPECT_EQ(std::count(requests.begin(), requests.end(), "UTF8_STRING"), 1);
+  EXPECT_EQ(shown_[3].text(), "open");
+}
+
+TEST_F(ClipboardReading, OnlyThePreferredOfManyFormatsIsFetched) {
+  openAndObserve();
+  ClipboardProgram program;
+  ClipboardProgram::Formats formats;
+  for (const auto& name : numberedTexts("application/x-format-", 300))
+    formats.push_back({name, "x"});
+  formats.push_back({"image/png", "P"});
+  formats.push_back({"UTF8_STRING", "text"});
+  program.copy(formats);
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_EQ(shown_[0].contents->types().size(), 302u);
+  EXPECT_EQ(program.requests(), (Types{"TARGETS", "image/png"}));
+  EXPECT_EQ(shown_[0].text(), "text") << "fetched on demand";
+}
+
+class ClipboardBursts : public ClipboardTest, public testing::WithParamInterface<int> {};
+
+TEST_P(ClipboardBursts, EveryCopyIsShownOnceInOrderWithItsOwnText) {
+  openAndObserve();
+  const auto texts = numberedTexts("text ", 200);
+  ClipboardProgram program;
+  program.copyTexts(texts, std::chrono::milliseconds(GetParam()));
+  ASSERT_TRUE(showsCopies(texts.size()));
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    EXPECT_EQ(shown_[i].text(), texts[i]);
+    EXPECT_EQ(shown_[i].changeCount, static_cast<std::int64_t>(i) + 1);
+  }
+  EXPECT_TRUE(showsNothingMoreFor(50ms));
+}
+
+INSTANTIATE_TEST_SUITE_P(Clipboard, ClipboardBursts, testing::Values(5, 20), [](const auto& test) {
+  return std::to_string(test.param) + "Milliseconds";
+});
+
+TEST_F(ClipboardReading, CopiesTooFastToReadAreMissedButNeverMixedUp) {
+  openAndObserve();
+  const int count = 400;
+  ClipboardProgram one, other;
+  std::thread helper([&] { one.copyTexts(numberedTexts("a", count), 20us); });
+  other.copyTexts(numberedTexts("b", count), 20us);
+  helper.join();
+  ASSERT_TRUE(showsCopies(2 * count));
+
+  std::size_t read = 0;
+  int last[2] = {-1, -1};
+  for (const auto& shown : shown_) {
+    const auto text = shown.text();
+    if (text.empty()) continue;
+    ++read;
+    auto& lastOfProgram = last[text[0] == 'a' ? 0 : 1];
+    const int number = std::stoi(text.substr(1));
+    EXPECT_GT(number, lastOfProgram) << "a copy was shown with the text of another one";
+    lastOfProgram = number;
+  }
+  EXPECT_GE(read, 1u);
+  EXPECT_EQ(std::max(last[0], last[1]), count - 1) << "the last copy stays readable";
+}
+
+TEST_F(ClipboardReading, TheSameTextTwiceIsTwoCopies) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.copyText("again");
+  ASSERT_TRUE(showsCopies(1));
+  program.copyText("again");
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[1].text(), "again");
+  EXPECT_EQ(shown_[1].changeCount, shown_[0].changeCount + 1);
+}
+
+TEST_F(ClipboardReading, AnAnswerGivenAfterTheNextCopyOfTheSameProgramIsNotTrusted) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.setManners({.holdsData = true});
+  program.copyText("first");
+  ASSERT_TRUE(runUntil([&] { return program.requests().size() == 2; }));
+  program.setManners({});
+  program.copyText("second");
+  program.answerHeld();
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[0].text(), "");
+  EXPECT_EQ(shown_[1].text(), "second");
+}
+
+TEST_F(ClipboardReading, AnAnswerGivenAfterTheCopyOfAnotherProgramCounts) {
+  openAndObserve();
+  ClipboardProgram slow, fast;
+  slow.setManners({.holdsData = true});
+  slow.copyText("first");
+  ASSERT_TRUE(runUntil([&] { return slow.requests().size() == 2; }));
+  fast.copyText("second");
+  ASSERT_TRUE(runUntil([&] { return fast.requests().size() == 2; }));
+  slow.answerHeld();
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[0].text(), "first");
+  EXPECT_EQ(shown_[1].text(), "second");
+}
+
+class ClipboardHungPrograms : public ClipboardTest,
+                              public testing::WithParamInterface<ClipboardProgram::Manners> {};
+
+TEST_P(ClipboardHungPrograms, HoldTheNextCopyBackForAMomentOnly) {
+  openAndObserve();
+  ClipboardProgram hung, program;
+  hung.setManners(GetParam());
+  hung.copyText("never said");
+  ASSERT_TRUE(runUntil([&] { return !hung.requests().empty(); }));
+  const auto copied = program.copyText("next");
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_LT(shown_[1].moment - copied, 400ms);
+  EXPECT_EQ(shown_[0].text(), "");
+  EXPECT_EQ(shown_[1].text(), "next");
+}
+
+INSTANTIATE_TEST_SUITE_P(Clipboard, ClipboardHungPrograms,
+                         testing::Values(ClipboardProgram::Manners{.answersTargets = false},
+                                         ClipboardProgram::Manners{.answersData = false}),
+                         [](const auto& test) {
+                           return test.param.answersTargets ? "AnswersTargetsOnly" : "NeverAnswers";
+                         });
+
+TEST_F(ClipboardReading, AHungProgramIsGivenUp) {
+  openAndObserve();
+  ClipboardProgram hung;
+  hung.setManners({.answersTargets = false});
+  const auto copied = hung.copyText("never said");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_LT(shown_[0].moment - copied, 1500ms);
+  EXPECT_TRUE(shown_[0].contents->types().empty());
+  hung.setManners({});
+  hung.copyText("awake");
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[1].text(), "awake");
+}
+
+TEST_F(ClipboardReading, LargeTextOfACommonToolArrivesWholeAndSoon) {
+  openAndObserve();
+  const auto text = longText(twentyMegabytes);
+  desktop_.copy(text);
+  const auto copied = Clock::now();
+  ASSERT_TRUE(showsCopies(1));
+  std::cout << "20 MB of text: "
+            << std::chrono::duration<double, std::milli>(shown_[0].moment - copied).count()
+            << " ms\n";
+  EXPECT_TRUE(shown_[0].text() == text);
+  EXPECT_TRUE(shown_[0].text() == text) << "asked for again";
+}
+
+TEST_F(ClipboardReading, LargeDataArriveWholeInPiecesOfAnySize) {
+  openAndObserve();
+  ClipboardProgram program;
+  struct Sent {
+    std::size_t size;
+    std::size_t piece;
+  };
+  for (const auto [size, piece] :
+       {Sent{twentyMegabytes, 64u << 10}, Sent{twentyMegabytes, 15u << 20},
+        Sent{15'000'001, 15'000'001}}) {
+    const auto data = longText(size);
+    program.setManners({.piece = piece});
+    program.copy({{"image/png", data}});
+    ASSERT_TRUE(showsCopies(1));
+    const auto read = shown_[0].contents->data(pasteboardType::png).value_or(Bytes{});
+    EXPECT_TRUE(std::string(read.begin(), read.end()) == data) << "pieces of " << piece;
+    shown_.clear();
+  }
+}
+
+TEST_F(ClipboardReading, DataWithoutAnEndAreDroppedAndTheNextFormatIsTaken) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.setManners({.neverEnds = true, .piece = 4u << 20});
+  program.copy({{"image/png", longText(4u << 20)}});
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_FALSE(shown_[0].contents->data(pasteboardType::png));
+  program.setManners({});
+  program.copyText("modest");
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[1].text(), "modest");
+}
+
+TEST_F(ClipboardReading, AListOfTargetsThatIsNoneOffersNothing) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.setManners({.targetsFormat = 8});
+  program.copyText("x");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_TRUE(shown_[0].contents->types().empty());
+  program.setManners({});
+  ClipboardProgram::Formats formats;
+  for (const auto& name : numberedTexts("t", 20'000)) formats.push_back({name, ""});
+  program.copy(formats);
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_TRUE(shown_[1].contents->types().empty());
+}
+
+TEST_F(ClipboardReading, WhatWasThereBeforeIsNotAnnouncedButCanBeRead) {
+  ClipboardProgram program;
+  program.copy({{"text/uri-list", "file:///old"}, {"UTF8_STRING", "old"}});
+  auto& pasteboard = openAndObserve();
+  EXPECT_TRUE(showsNothingMoreFor(50ms));
+  EXPECT_TRUE(program.requests().empty());
+  const auto contents = pasteboard.contents();
+  EXPECT_EQ(contents->types(), (Types{pasteboardType::fileUrl, pasteboardType::string}));
+  EXPECT_EQ(contents->string(pasteboardType::string), "old");
+  program.copyText("new");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_FALSE(contents->string(pasteboardType::string)) << "the owner has something else by now";
+}
+
+TEST_F(ClipboardReading, WhenTheOwnerQuitsNothingWasCopied) {
+  openAndObserve();
+  {
+    ClipboardProgram program;
+    program.copy({{"UTF8_STRING", "fetched"}, {"text/html", "<b>"}});
+    ASSERT_TRUE(showsCopies(1));
+  }
+  EXPECT_TRUE(showsNothingMoreFor(50ms));
+  EXPECT_EQ(shown_[0].text(), "fetched");
+  EXPECT_FALSE(shown_[0].contents->data("text/html"));
+}
+
+TEST_F(ClipboardReading, AProgramThatEmptiesTheClipboardIsShownAsNothing) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.copyText("secret");
+  ASSERT_TRUE(showsCopies(1));
+  program.disown();
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_TRUE(shown_[1].contents->types().empty());
+}
+
+TEST_F(ClipboardReading, TheSourceIsTheOwnersProcess) {
+  openAndObserve();
+  ClipboardProgram program;
+  program.copyText("mine");
+  ASSERT_TRUE(showsCopies(1));
+  shown_[0].contents->source();
+  EXPECT_EQ(askedProcesses_, std::vector<int>{getpid()});
+}
+
+TEST_F(ClipboardReading, CopiesAreShownSoon) {
+  openAndObserve();
+  ClipboardProgram program;
+  std::vector<double> latencies;
+  for (int i = 0; i < 200; ++i) {
+    const auto copied = program.copyText(std::to_string(i));
+    ASSERT_TRUE(showsCopies(shown_.size() + 1));
+    latencies.push_back(
+        std::chrono::duration<double, std::milli>(shown_.back().moment - copied).count());
+  }
+  std::sort(latencies.begin(), latencies.end());
+  std::cout << "copy to handler: median " << latencies[100] << " ms, 95% " << latencies[190]
+            << " ms\n";
+  EXPECT_LT(latencies[100], 10);
+}
+
+}  // namespace
+}  // namespace zephyx

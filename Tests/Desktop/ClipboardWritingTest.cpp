@@ -1,0 +1,263 @@
+#include <algorithm>
+#include <cstring>
+#include <future>
+#include <map>
+#include <thread>
+
+#include "Platform/Image.h"
+#include "Tests/Desktop/ClipboardTest.h"
+
+namespace zephyx {
+namespace {
+
+using namespace std::chrono_literals;
+using Types = std::vector<std::string>;
+
+constexpr std::size_t twentyMegabytes = 20'000'000;
+
+class EncodedImage final : public Image {
+ public:
+  Size size() const override { return {}; }
+  PixelSize pixelSize() const override { return {}; }
+  std::shared_ptr<Image> drawnAtSize(Size) const override { return nullptr; }
+  Bytes pngRepresentation() const override { return {0x89, 'P', 'N', 'G', 0}; }
+};
+
+/// Another program that pastes, one step after the other.
+class PastingProgram {
+ public:
+  PastingProgram() : window_(xcb_generate_id(connection_.get())) {
+    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
+    xcb_create_window(connection_.get(), 0, window_, connection_.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
+                      &events);
+  }
+
+  X11Connection& connection() { return connection_; }
+
+  void put(const std::string& property, const std::vector<xcb_atom_t>& atoms) {
+    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_,
+                        connection_.atom(property), connection_.atom("ATOM_PAIR"), 32,
+                        static_cast<std::uint32_t>(atoms.size()), atoms.data());
+  }
+  /// Asks for a target and waits for the first word about it; false when it is refused.
+  bool ask(const std::string& target, const std::string& property) {
+    xcb_convert_selection(connection_.get(), window_, connection_.atom("CLIPBOARD"),
+                          connection_.atom(target), connection_.atom(property), XCB_CURRENT_TIME);
+    xcb_flush(connection_.get());
+    while (const auto event = XReply<xcb_generic_event_t>(xcb_wait_for_event(connection_.get()))) {
+      if ((event->response_type & 0x7F) != XCB_SELECTION_NOTIFY) continue;
+      return reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property != XCB_NONE;
+    }
+    return false;
+  }
+  struct Property {
+    std::string type;
+    std::string data;
+  };
+  /// Reads a property and deletes it.
+  Property take(const std::string& property) {
+    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
+        connection_.get(),
+        xcb_get_property(connection_.get(), 1, window_, connection_.atom(property),
+                         XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 24),
+        nullptr));
+    if (!reply || reply->type == XCB_NONE) return {};
+    return {connection_.atomName(reply->type),
+            {static_cast<const char*>(xcb_get_property_value(reply.get())),
+             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))}};
+  }
+  /// The rest of a transfer in pieces.
+  std::string takePieces(const std::string& property) {
+    std::string whole;
+    while (const auto event = XReply<xcb_generic_event_t>(xcb_wait_for_event(connection_.get()))) {
+      const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
+      if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY ||
+          notice.state != XCB_PROPERTY_NEW_VALUE || notice.atom != connection_.atom(property)) {
+        continue;
+      }
+      const auto piece = take(property);
+      if (piece.type.empty()) continue;
+      if (piece.data.empty()) break;
+      whole += piece.data;
+    }
+    return whole;
+  }
+
+ private:
+  X11Connection connection_;
+  xcb_window_t window_;
+};
+
+class ClipboardWriting : public ClipboardTest {
+ protected:
+  /// Runs the main loop while another program does something.
+  template <typename Action>
+  auto during(Action action) {
+    auto result = std::async(std::launch::async, std::move(action));
+    EXPECT_TRUE(runUntil([&] { return result.wait_for(0s) == std::future_status::ready; }));
+    return result.get();
+  }
+  std::string pasted(const std::string& target) {
+    return during([this, target] { return desktop_.pasted(target); });
+  }
+  /// Other programs see what was written.
+  void waitForOffer(const std::string& target) {
+    ASSERT_TRUE(runUntil([&] { return pasted("TARGETS").find(target) != std::string::npos; }));
+  }
+};
+
+TEST_F(ClipboardWriting, OtherProgramsReadEveryFormat) {
+  auto& pasteboard = open();
+  struct Written {
+    std::function<bool()> write;
+    std::map<std::string, std::string> read;
+    Types types;
+  };
+  const Written cases[] = {
+      {[&] { return pasteboard.writeString("gr\xC3\xBC\xC3\x9F \xE2\x82\xAC"); },
+       {{"UTF8_STRING", "gr\xC3\xBC\xC3\x9F \xE2\x82\xAC"},
+        {"text/plain;charset=utf-8", "gr\xC3\xBC\xC3\x9F \xE2\x82\xAC"},
+        {"STRING", "gr\xFC\xDF ?"}},
+       {pasteboardType::string}},
+      {[&] { return pasteboard.writeUrl("file:///a%20b"); },
+       {{"text/uri-list", "file:///a%20b\r\n"},
+        {"x-special/gnome-copied-files", "copy\nfile:///a%20b"},
+        {"UTF8_STRING", "/a b"}},
+       {pasteboardType::fileUrl, pasteboardType::string}},
+      {[&] { return pasteboard.writeString("A") && pasteboard.writeUrl("h:x"); },
+       {{"text/uri-list", "h:x\r\n"},
+        {"text/x-moz-url", std::string("h\0:\0x\0\n\0h\0:\0x\0", 14)},
+        {"UTF8_STRING", "A"}},
+       {pasteboardType::url, pasteboardType::string}},
+      {[&] { return pasteboard.writeImage(EncodedImage()); },
+       {{"image/png", std::string("\x89PNG\0", 5)}},
+       {pasteboardType::png}},
+  };
+  for (const auto& written : cases) {
+    pasteboard.clearContents();
+    ASSERT_TRUE(written.write());
+    EXPECT_EQ(pasteboard.contents()->types(), written.types);
+    waitForOffer(written.read.begin()->first);
+    for (const auto& [target, data] : written.read) EXPECT_EQ(pasted(target), data) << target;
+  }
+  EXPECT_FALSE(pasteboard.writeUrl("h:x\nfile:///etc/passwd"));
+}
+
+TEST_F(ClipboardWriting, SeveralReadersGetLargeTextAtTheSameTime) {
+  auto& pasteboard = open();
+  const auto text = longText(twentyMegabytes);
+  pasteboard.clearContents();
+  pasteboard.writeString(text);
+  waitForOffer("UTF8_STRING");
+  auto one = std::async(std::launch::async, [&] { return desktop_.pasted() == text; });
+  auto other = std::async(std::launch::async, [&] { return desktop_.pasted() == text; });
+  EXPECT_TRUE(one.get());
+  EXPECT_TRUE(other.get());
+}
+
+TEST_F(ClipboardWriting, ATransferOutlivesItsReaderAndItsContents) {
+  auto& pasteboard = open();
+  const auto text = longText(twentyMegabytes);
+  pasteboard.clearContents();
+  pasteboard.writeString(text);
+  waitForOffer("UTF8_STRING");
+  PastingProgram slow;
+  ASSERT_TRUE(slow.ask("UTF8_STRING", "SLOW"));
+  {
+    PastingProgram dying;
+    ASSERT_TRUE(dying.ask("UTF8_STRING", "DYING"));
+    EXPECT_EQ(dying.take("DYING").type, "INCR");
+  }
+  pasteboard.clearContents();
+  pasteboard.writeImage(EncodedImage());
+  waitForOffer("image/png");
+  ClipboardProgram program;
+  program.copyText("newer still");
+  EXPECT_EQ(slow.take("SLOW").type, "INCR");
+  EXPECT_TRUE(slow.takePieces("SLOW") == text);
+  EXPECT_FALSE(pasteboard.contents()->types().empty());
+}
+
+TEST_F(ClipboardWriting, SeveralFormatsAreGivenInOneQuestion) {
+  auto& pasteboard = open();
+  pasteboard.clearContents();
+  pasteboard.writeString("text");
+  waitForOffer("UTF8_STRING");
+  PastingProgram program;
+  auto& connection = program.connection();
+  program.put("PAIRS",
+              {connection.atom("UTF8_STRING"), connection.atom("A"), connection.atom("image/png"),
+               connection.atom("B"), connection.atom("TIMESTAMP"), connection.atom("C")});
+  ASSERT_TRUE(program.ask("MULTIPLE", "PAIRS"));
+  std::vector<xcb_atom_t> pairs(6);
+  const auto answered = program.take("PAIRS");
+  ASSERT_EQ(answered.data.size(), 24u);
+  std::memcpy(pairs.data(), answered.data.data(), 24);
+  EXPECT_EQ(program.take("A").data, "text");
+  EXPECT_EQ(pairs[1], connection.atom("A"));
+  EXPECT_EQ(pairs[3], xcb_atom_t{XCB_NONE}) << "what is not offered is marked";
+  EXPECT_EQ(program.take("C").data.size(), 4u);
+  EXPECT_FALSE(program.ask("image/png", "D"));
+}
+
+TEST_F(ClipboardWriting, OwnWritesCountAtOnceAndAreNotAnnounced) {
+  auto& pasteboard = openAndObserve();
+  ClipboardProgram program;
+  program.copyText("theirs");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_EQ(pasteboard.clearContents(), 2);
+  pasteboard.writeString("ours");
+  EXPECT_EQ(pasteboard.changeCount(), 2);
+  EXPECT_EQ(pasteboard.contents()->string(pasteboardType::string), "ours");
+  waitForOffer("UTF8_STRING");
+  EXPECT_EQ(pasted("UTF8_STRING"), "ours");
+  EXPECT_EQ(shown_.size(), 1u);
+  program.copyText("theirs again");
+  ASSERT_TRUE(showsCopies(2));
+  EXPECT_EQ(shown_[1].changeCount, 3);
+  EXPECT_EQ(shown_[1].text(), "theirs again");
+  EXPECT_FALSE(pasteboard.writeString("too late"));
+  EXPECT_FALSE(pasteboard.offerAsPrimary());
+}
+
+TEST_F(ClipboardWriting, ACopyThatCameBeforeAnOwnWriteIsShownButDoesNotReplaceIt) {
+  auto& pasteboard = openAndObserve();
+  ClipboardProgram program;
+  program.copyText("theirs");
+  // The main loop has not run: the copy is announced after this write, but is older.
+  ASSERT_TRUE(waitFor([&] { return program.requests().size() == 2; }));
+  pasteboard.clearContents();
+  pasteboard.writeString("ours");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_EQ(shown_[0].text(), "theirs");
+  EXPECT_EQ(pasteboard.contents()->string(pasteboardType::string), "ours");
+  waitForOffer("UTF8_STRING");
+  EXPECT_EQ(pasted("UTF8_STRING"), "ours");
+}
+
+TEST_F(ClipboardWriting, OtherProgramsSeeAllWritesOfOneTurnOrNone) {
+  auto& watching = openAndObserve();
+  LinuxPasteboard writing(nullptr);
+  writing.clearContents();
+  writing.writeString("A");
+  writing.writeUrl("h:x");
+  ASSERT_TRUE(showsCopies(1));
+  EXPECT_EQ(shown_[0].contents->types(),
+            (Types{pasteboardType::url, pasteboardType::string, "TEXT"}));
+  EXPECT_TRUE(showsNothingMoreFor(50ms));
+  EXPECT_EQ(watching.changeCount(), 1);
+}
+
+TEST_F(ClipboardWriting, TerminalsPasteFromPrimaryAtOnce) {
+  auto& pasteboard = open();
+  EXPECT_FALSE(pasteboard.offerAsPrimary()) << "nothing was written";
+  pasteboard.clearContents();
+  pasteboard.writeString("for a terminal");
+  ASSERT_TRUE(pasteboard.offerAsPrimary());
+  EXPECT_EQ(desktop_.pasted("UTF8_STRING", "primary"), "for a terminal");
+  EXPECT_EQ(desktop_.pasted(), "for a terminal");
+}
+
+}  // namespace
+}  // namespace zephyx

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <cstdint>
+#include <initializer_list>
+#include <string>
+#include <vector>
+
+struct xcb_connection_t;
+
+namespace zephyx {
+
+/// X key codes of the keys that tests press: positions of a PC keyboard, whatever the layout.
+namespace key {
+enum Code : std::uint8_t {
+  Escape = 9,
+  BackSpace = 22,
+  Tab = 23,
+  Return = 36,
+  Control = 37,
+  Shift = 50,
+  Alt = 64,
+  Space = 65,
+  CapsLock = 66,
+  NumLock = 77,
+  Home = 110,
+  Up = 111,
+  PageUp = 112,
+  Left = 113,
+  Right = 114,
+  End = 115,
+  Down = 116,
+  PageDown = 117,
+  Insert = 118,
+  Delete = 119,
+  Super = 133,
+  Q = 24,
+  W,
+  E,
+  R,
+  T,
+  Y,
+  U,
+  I,
+  O,
+  P,
+  A = 38,
+  S,
+  D,
+  F,
+  G,
+  H,
+  J,
+  K,
+  L,
+  Z = 52,
+  X,
+  C,
+  V,
+  B,
+  N,
+  M,
+  Comma
+};
+}  // namespace key
+
+/// Fingers on the keyboard and a hand on the mouse. Every method returns when the server has taken
+/// the event.
+class DesktopInput {
+ public:
+  /// Whose keys move: the device that programs synthesize with, or the keyboard under the user's
+  /// fingers, which only this harness can move.
+  enum class Keyboard { Synthetic, Physical };
+
+  explicit DesktopInput(const std::string& display);
+  DesktopInput(const DesktopInput&) = delete;
+  DesktopInput& operator=(const DesktopInput&) = delete;
+  /// Lets go of everything that is still held down.
+  ~DesktopInput();
+
+  void setKeyboard(Keyboard keyboard) { keyboard_ = keyboard; }
+  void pressKey(std::uint8_t keyCode);
+  void releaseKey(std::uint8_t keyCode);
+  /// Presses in the given order and releases in the reverse one.
+  void chord(std::initializer_list<std::uint8_t> keyCodes);
+  void tap(std::uint8_t keyCode) { chord({keyCode}); }
+  /// Lower-case letters, digits, blanks and line ends of a US layout.
+  void type(const std::string& text);
+  /// The keys that the server holds for down, over all keyboards.
+  std::vector<std::uint8_t> pressedKeys() const;
+
+  void movePointer(int x, int y);
+  void pressButton(int button = 1);
+  void releaseButton(int button = 1);
+  void click(int x, int y, int button = 1);
+
+ private:
+  void send(bool press, std::uint8_t keyCode);
+  void fake(std::uint8_t type, std::uint8_t detail, int x, int y, std::uint8_t device);
+  std::uint8_t physicalKeyboard() const;
+
+  xcb_connection_t* connection_;
+  std::uint32_t root_ = 0;
+  Keyboard keyboard_ = Keyboard::Physical;
+  std::uint8_t physicalDevice_ = 0;
+  std::uint8_t deviceKeyPress_ = 0;
+  std::vector<std::pair<Keyboard, std::uint8_t>> held_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,264 @@
+#include "Tests/Desktop/DesktopWindows.h"
+
+#include <xcb/res.h>
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <set>
+#include <stdexcept>
+
+#include "Tests/Desktop/WaitFor.h"
+
+namespace zephyx {
+namespace {
+
+template <typename T>
+std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
+  return {reply, &std::free};
+}
+
+}  // namespace
+
+DesktopWindows::DesktopWindows(const std::string& display)
+    : connection_(xcb_connect(display.c_str(), nullptr)) {
+  if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server " + display);
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+}
+
+DesktopWindows::~DesktopWindows() {
+  xcb_disconnect(connection_);
+}
+
+std::uint32_t DesktopWindows::atom(const std::string& name) const {
+  const auto reply = owned(xcb_intern_atom_reply(
+      connection_,
+      xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
+      nullptr));
+  return reply ? reply->atom : XCB_NONE;
+}
+
+std::string DesktopWindows::textProperty(WindowId window, const std::string& name) const {
+  const auto reply = owned(xcb_get_property_reply(
+      connection_,
+      xcb_get_property(connection_, 0, window, atom(name), XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 16),
+      nullptr));
+  if (!reply) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))};
+}
+
+std::vector<std::uint32_t> DesktopWindows::property32(WindowId window,
+                                                      const std::string& name) const {
+  const std::string bytes = textProperty(window, name);
+  std::vector<std::uint32_t> result(bytes.size() / 4);
+  std::memcpy(result.data(), bytes.data(), result.size() * 4);
+  return result;
+}
+
+bool DesktopWindows::hasProperty(WindowId window, const std::string& name) const {
+  return !textProperty(window, name).empty();
+}
+
+pid_t DesktopWindows::processOf(WindowId window) const {
+  const xcb_res_client_id_spec_t spec{window, XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID};
+  const auto reply = owned(xcb_res_query_client_ids_reply(
+      connection_, xcb_res_query_client_ids(connection_, 1, &spec), nullptr));
+  if (!reply) return 0;
+  for (auto id = xcb_res_query_client_ids_ids_iterator(reply.get()); id.rem;
+       xcb_res_client_id_value_next(&id))
+    if (id.data->spec.mask == XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID && id.data->length >= 4)
+      return static_cast<pid_t>(*xcb_res_client_id_value_value(id.data));
+  return 0;
+}
+
+DesktopWindow DesktopWindows::describe(WindowId window) const {
+  DesktopWindow result;
+  result.id = window;
+  const auto geometryCookie = xcb_get_geometry(connection_, window);
+  const auto attributesCookie = xcb_get_window_attributes(connection_, window);
+  const auto positionCookie = xcb_translate_coordinates(connection_, window, root_, 0, 0);
+  if (const auto geometry = owned(xcb_get_geometry_reply(connection_, geometryCookie, nullptr))) {
+    result.width = geometry->width;
+    result.height = geometry->height;
+  }
+  if (const auto attributes =
+          owned(xcb_get_window_attributes_reply(connection_, attributesCookie, nullptr))) {
+    result.viewable = attributes->map_state == XCB_MAP_STATE_VIEWABLE;
+    result.overrideRedirect = attributes->override_redirect;
+  }
+  if (const auto position =
+          owned(xcb_translate_coordinates_reply(connection_, positionCookie, nullptr))) {
+    result.x = position->dst_x;
+    result.y = position->dst_y;
+  }
+  const std::string classes = textProperty(window, "WM_CLASS");
+  result.instance = classes.c_str();
+  if (result.instance.size() < classes.size())
+    result.className = classes.c_str() + result.instance.size() + 1;
+  result.title = textProperty(window, "_NET_WM_NAME");
+  if (result.title.empty()) result.title = textProperty(window, "WM_NAME");
+  result.pid = processOf(window);
+  return result;
+}
+
+std::vector<DesktopWindow> DesktopWindows::managed() const {
+  std::vector<DesktopWindow> result;
+  for (const WindowId window : property32(root_, "_NET_CLIENT_LIST"))
+    result.push_back(describe(window));
+  return result;
+}
+
+void DesktopWindows::collect(WindowId window, int depth, std::vector<DesktopWindow>& result) const {
+  const auto tree =
+      owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+  if (!tree) return;
+  for (int index = 0; index < xcb_query_tree_children_length(tree.get()); ++index) {
+    auto child = describe(xcb_query_tree_children(tree.get())[index]);
+    if (!child.viewable) continue;
+    const WindowId id = child.id;
+    if (child.width >= 4 && child.height >= 4) result.push_back(std::move(child));
+    if (depth < 4) collect(id, depth + 1, result);
+  }
+}
+
+std::vector<DesktopWindow> DesktopWindows::viewable() const {
+  std::vector<DesktopWindow> result;
+  collect(root_, 0, result);
+  return result;
+}
+
+std::optional<DesktopWindow> DesktopWindows::find(const Predicate& predicate) const {
+  for (auto& window : managed())
+    if (predicate(window)) return window;
+  return std::nullopt;
+}
+
+DesktopWindow DesktopWindows::waitForManaged(const std::string& what, const Predicate& predicate,
+                                             std::chrono::milliseconds deadline) const {
+  std::optional<DesktopWindow> result;
+  if (!waitFor([&] { return (result = find(predicate)).has_value(); }, deadline))
+    throw std::runtime_error("no window of " + what);
+  return *result;
+}
+
+DesktopWindow DesktopWindows::waitForClass(const std::string& className) const {
+  return waitForManaged("class " + className, [&](const DesktopWindow& window) {
+    return window.viewable && (window.className == className || window.instance == className);
+  });
+}
+
+WindowId DesktopWindows::active() const {
+  const auto values = property32(root_, "_NET_ACTIVE_WINDOW");
+  return values.empty() ? 0 : values.front();
+}
+
+WindowId DesktopWindows::focused() const {
+  const auto reply =
+      owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+  return reply ? reply->focus : 0;
+}
+
+bool DesktopWindows::activate(WindowId window) const {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = atom("_NET_ACTIVE_WINDOW");
+  message.data.data32[0] = 2;  // as a pager, whose wish window managers grant
+  xcb_send_event(connection_, 0, root_,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
+  return waitFor([&] { return active() == window; });
+}
+
+void DesktopWindows::close(WindowId window) const {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = atom("_NET_CLOSE_WINDOW");
+  message.data.data32[1] = 2;
+  xcb_send_event(connection_, 0, root_,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
+}
+
+bool DesktopWindows::exists(WindowId window) const {
+  return owned(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window),
+                                      nullptr)) != nullptr;
+}
+
+WindowId DesktopWindows::selectionOwner(const std::string& selection) const {
+  const auto reply = owned(xcb_get_selection_owner_reply(
+      connection_, xcb_get_selection_owner(connection_, atom(selection)), nullptr));
+  return reply ? reply->owner : 0;
+}
+
+bool DesktopWindows::isGrabbedByOthers(std::uint8_t keyCode, std::uint16_t modifiers) const {
+  const auto cookie = xcb_grab_key_checked(connection_, 1, root_, modifiers, keyCode,
+                                           XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+  const auto error = owned(xcb_request_check(connection_, cookie));
+  if (error) return error->error_code == XCB_ACCESS;
+  xcb_ungrab_key(connection_, keyCode, root_, modifiers);
+  xcb_flush(connection_);
+  return false;
+}
+
+std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
+  const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &events);
+  static std::uint32_t serial = 1000;
+  const std::uint32_t number = ++serial;
+  const std::uint32_t protocols = atom("WM_PROTOCOLS"), pingAtom = atom("_NET_WM_PING");
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = protocols;
+  message.data.data32[0] = pingAtom;
+  message.data.data32[1] = number;
+  message.data.data32[2] = window;
+  const auto start = std::chrono::steady_clock::now();
+  xcb_send_event(connection_, 0, window, 0, reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
+  (void)waitFor(
+      [&] {
+        while (const auto event = owned(xcb_poll_for_event(connection_))) {
+          if ((event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) continue;
+          const auto* answer = reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+          if (answer->type == protocols && answer->data.data32[0] == pingAtom &&
+              answer->data.data32[1] == number)
+            return true;
+        }
+        return false;
+      },
+      std::chrono::seconds(1), std::chrono::milliseconds(1));
+  return std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() -
+                                                               start);
+}
+
+int DesktopWindows::distinctColors(const DesktopWindow& window) const {
+  const auto reply =
+      owned(xcb_get_image_reply(connection_,
+                                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0,
+                                              0, static_cast<std::uint16_t>(window.width),
+                                              static_cast<std::uint16_t>(window.height), ~0u),
+                                nullptr));
+  if (!reply) return 0;
+  const auto* bytes = xcb_get_image_data(reply.get());
+  const auto count = static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) / 4;
+  std::set<std::uint32_t> colors;
+  for (std::size_t index = 0; index < count && colors.size() < 256; ++index) {
+    std::uint32_t pixel = 0;
+    std::memcpy(&pixel, bytes + index * 4, 4);
+    colors.insert(pixel);
+  }
+  return static_cast<int>(colors.size());
+}
+
+}  // namespace zephyx

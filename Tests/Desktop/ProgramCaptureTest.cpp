@@ -1,0 +1,169 @@
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <random>
+
+#include "Tests/Desktop/ProgramTest.h"
+#include "Tests/Desktop/SelectionOwner.h"
+
+namespace zephyx {
+namespace {
+
+using std::chrono::milliseconds;
+
+class ProgramCaptureTest : public ProgramTest {
+ protected:
+  std::filesystem::path makePicture(const std::string& geometry, const std::string& name) {
+    const auto path = desktop().home() / name;
+    desktop().run({"convert", "-size", geometry, "gradient:navy-orange", "png:" + path.string()});
+    return path;
+  }
+  std::string sizeOfPicture(const std::string& path) {
+    return desktop().run({"identify", "-format", "%m %wx%h", path}).output;
+  }
+  std::vector<std::string> newTexts() {
+    std::vector<std::string> texts;
+    for (const auto& row : newEntries()) texts.push_back(row.text);
+    return texts;
+  }
+};
+
+TEST_F(ProgramCaptureTest, RecordsWhatUsersCopyInOtherPrograms) {
+  const TargetProgram editor(desktop(), TargetProgram::Kind::Gtk, "from the editor");
+  editor.copyAll();
+  ASSERT_TRUE(program().waitForEntry("from the editor"));
+  EXPECT_EQ(newEntries().back().sourceAppName, "Mousepad");
+
+  const TargetProgram line(desktop(), TargetProgram::Kind::Qt, "from the Qt program");
+  line.copyAll();
+  ASSERT_TRUE(program().waitForEntry("from the Qt program"));
+  EXPECT_EQ(newEntries().back().kind, "text");
+}
+
+TEST_F(ProgramCaptureTest, TerminalSelectionIsRecordedOnlyWhenItReachesTheClipboard) {
+  const auto xterm = desktop().start(
+      {"xterm", "-xrm", "XTerm*selectToClipboard: true", "-e", "sh", "-c", "printf word; cat"});
+  const auto window = windows().waitForClass("XTerm");
+  ASSERT_TRUE(waitFor([&] { return windows().distinctColors(window) > 1; }));
+  desktop().run({"xclip", "-selection", "primary"}, "only the primary selection");
+  ASSERT_TRUE(waitFor([&] {
+    input().click(window.x + 10, window.y + 8);
+    input().click(window.x + 10, window.y + 8);
+    return desktop().pasted() == "word";
+  }));
+  ASSERT_TRUE(program().waitForEntry("word"));
+  for (const auto& text : newTexts()) EXPECT_EQ(text, "word");
+}
+
+TEST_F(ProgramCaptureTest, TellsKindsApart) {
+  desktop().copy("https://example.org/a?b=c");
+  ASSERT_TRUE(waitForNewEntries(1));
+  EXPECT_EQ(newEntries().back().kind, "url");
+
+  const auto document = desktop().home() / "räksmörgås 1.txt";
+  writeFile(document, "12345");
+  desktop().copy(
+      "file://" + (desktop().home() / "r%C3%A4ksm%C3%B6rg%C3%A5s%201.txt").string() + "\r\n",
+      "text/uri-list");
+  ASSERT_TRUE(waitForNewEntries(2));
+  EXPECT_EQ(newEntries().back().kind, "file");
+  EXPECT_EQ(newEntries().back().filePath, document.string());
+  EXPECT_EQ(newEntries().back().text, "räksmörgås 1.txt");
+
+  desktop().copy(readFile(makePicture("4000x1000", "wide.png")), "image/png");
+  ASSERT_TRUE(waitForNewEntries(3));
+  const auto image = newEntries().back();
+  EXPECT_EQ(image.kind, "image");
+  EXPECT_EQ(sizeOfPicture(image.imageBlobPath), "PNG 4000x1000");
+  EXPECT_EQ(sizeOfPicture(image.thumbnailPath), "PNG 240x60");
+
+  const auto picture = makePicture("100x50", "small.png");
+  desktop().copy("file://" + picture.string(), "text/uri-list");
+  ASSERT_TRUE(waitForNewEntries(4));
+  EXPECT_EQ(newEntries().back().kind, "file");
+  EXPECT_EQ(sizeOfPicture(newEntries().back().thumbnailPath), "PNG 100x50");
+}
+
+TEST_F(ProgramCaptureTest, RecordsATwentyMegabyteTextWhole) {
+  std::string text(20'000'000, ' ');
+  std::mt19937 random(7);
+  std::generate(text.begin(), text.end(), [&] { return static_cast<char>('a' + random() % 26); });
+  desktop().copy(text);
+  ASSERT_TRUE(waitForNewEntries(1));
+  EXPECT_TRUE(newEntries().back().text == text);
+}
+
+TEST_F(ProgramCaptureTest, FindsTheTextAmongManyFormatsAndTakesNoMoreThanItNeeds) {
+  SelectionOwner owner(desktop().display());
+  SelectionOwner::Formats formats{{"UTF8_STRING", "one of many"}, {"text/html", "<b>one</b>"}};
+  for (int index = 0; index < 120; ++index)
+    formats["application/x-format-" + std::to_string(index)] = std::string(100'000, 'x');
+  owner.copy(formats);
+  ASSERT_TRUE(program().waitForEntry("one of many"));
+  EXPECT_EQ(owner.requests("application/x-format-5"), 0);
+}
+
+TEST_F(ProgramCaptureTest, KeepsNothingOfACopyThatIsMarkedSecret) {
+  const std::string secret = "correct-horse-battery-staple";
+  SelectionOwner owner(desktop().display());
+  owner.copy({{"UTF8_STRING", secret}, {"x-kde-passwordManagerHint", "secret"}});
+  ASSERT_TRUE(waitFor([&] { return owner.requests("TARGETS") > 0; }));
+  desktop().copy("an ordinary copy");
+  ASSERT_TRUE(program().waitForEntry("an ordinary copy"));
+  EXPECT_EQ(newTexts(), std::vector<std::string>{"an ordinary copy"});
+  EXPECT_EQ(program().logCount(secret), 0u);
+}
+
+TEST_F(ProgramCaptureTest, StaysResponsiveWhileAnOwnerNeverAnswers) {
+  ASSERT_TRUE(openPanel());
+  const auto panel = program().panel()->id;
+  for (const auto behaviour :
+       {SelectionOwner::Behaviour::NeverAnswers, SelectionOwner::Behaviour::AnswersTargetsOnly}) {
+    SelectionOwner owner(desktop().display());
+    owner.setBehaviour(behaviour);
+    owner.copyText("never handed over");
+    ASSERT_TRUE(waitFor([&] { return owner.requests("TARGETS") > 0; }));
+    milliseconds longest(0);
+    const auto end = std::chrono::steady_clock::now() + milliseconds(1500);
+    while (std::chrono::steady_clock::now() < end)
+      longest = std::max(longest, windows().ping(panel));
+    EXPECT_LT(longest, milliseconds(50));
+  }
+  desktop().copy("after the silence");
+  EXPECT_TRUE(program().waitForEntry("after the silence"));
+  EXPECT_EQ(newEntries().size(), 1u);
+}
+
+TEST_F(ProgramCaptureTest, LosesNoneOfManyCopiesInAQuickRow) {
+  for (const milliseconds distance : {milliseconds(20), milliseconds(5)}) {
+    const auto before = newEntries().size();
+    std::vector<std::string> texts;
+    SelectionOwner owner(desktop().display());
+    auto next = std::chrono::steady_clock::now();
+    for (int index = 0; index < 200; ++index) {
+      texts.push_back(std::to_string(distance.count()) + " ms, copy " + std::to_string(index));
+      owner.copyText(texts.back());
+      next += distance;
+      pass(std::chrono::duration_cast<std::chrono::microseconds>(
+          std::max(next - std::chrono::steady_clock::now(), std::chrono::nanoseconds(0))));
+    }
+    (void)waitForNewEntries(before + 200);
+    auto recorded = newTexts();
+    recorded.erase(recorded.begin(), recorded.begin() + static_cast<std::ptrdiff_t>(before));
+    EXPECT_EQ(recorded, texts);
+  }
+}
+
+TEST_F(ProgramCaptureTest, RecordsShortLivedProgramsInOrderAndTheSameTextTwice) {
+  std::vector<std::string> texts;
+  for (int index = 0; index < 40; ++index) {
+    texts.push_back("xclip " + std::to_string(index / 2));
+    desktop().copy(texts.back());
+    pass(milliseconds(15));
+  }
+  ASSERT_TRUE(waitForNewEntries(texts.size()));
+  EXPECT_EQ(newTexts(), texts);
+}
+
+}  // namespace
+}  // namespace zephyx

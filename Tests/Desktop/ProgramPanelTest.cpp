@@ -1,0 +1,127 @@
+#include <xcb/xcb.h>
+
+#include <cstdlib>
+
+#include "Tests/Desktop/ProgramTest.h"
+
+namespace zephyx {
+namespace {
+
+using std::chrono::milliseconds;
+
+class ProgramPanelTest : public ProgramTest {
+ protected:
+  static void SetUpTestSuite() {
+    VirtualDesktopOptions options;
+    options.width = 2560;
+    startDesktop(options);
+  }
+};
+
+/// Another client that holds the whole keyboard.
+class KeyboardGrab {
+ public:
+  explicit KeyboardGrab(const std::string& display)
+      : connection_(xcb_connect(display.c_str(), nullptr)) {
+    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    const auto cookie = xcb_grab_keyboard(connection_, 0, root, XCB_CURRENT_TIME,
+                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
+    auto* reply = xcb_grab_keyboard_reply(connection_, cookie, nullptr);
+    succeeded_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
+    std::free(reply);
+  }
+  KeyboardGrab(const KeyboardGrab&) = delete;
+  KeyboardGrab& operator=(const KeyboardGrab&) = delete;
+  ~KeyboardGrab() { xcb_disconnect(connection_); }
+  bool succeeded() const { return succeeded_; }
+
+ private:
+  xcb_connection_t* connection_;
+  bool succeeded_;
+};
+
+TEST_F(ProgramPanelTest, HidesWhenAnotherWindowBecomesActiveAndOnlyThen) {
+  const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
+  ASSERT_TRUE(openPanel());
+  {
+    const KeyboardGrab grab(desktop().display());
+    ASSERT_TRUE(grab.succeeded());
+    EXPECT_TRUE(holdsFor([&] { return program().panel().has_value(); }, milliseconds(400)));
+  }
+  EXPECT_TRUE(waitFor([&] { return panelHasKeyboard(); }));
+  // A hot key held down is a grab, too.
+  for (const auto code : {key::Shift, key::Super, key::V}) input().pressKey(code);
+  EXPECT_TRUE(holdsFor([&] { return program().panel().has_value(); }, milliseconds(400)));
+  for (const auto code : {key::V, key::Super, key::Shift}) input().releaseKey(code);
+
+  ASSERT_TRUE(target.activate());
+  EXPECT_TRUE(waitUntilPanelIsGone());
+}
+
+TEST_F(ProgramPanelTest, EscapeGivesTheFocusBack) {
+  for (const auto kind : {TargetProgram::Kind::Gtk, TargetProgram::Kind::Terminal}) {
+    const TargetProgram target(desktop(), kind);
+    ASSERT_TRUE(openPanel());
+    input().tap(key::Escape);
+    ASSERT_TRUE(waitUntilPanelIsGone());
+    ASSERT_TRUE(waitFor([&] { return target.isActive(); }));
+    input().type("typed");
+    EXPECT_TRUE(target.waitForText("typed"));
+  }
+}
+
+TEST_F(ProgramPanelTest, TypingSearchesAndDeleteRemoves) {
+  for (const auto* text : {"a red apple", "a green pear", "a yellow plum"}) {
+    desktop().copy(text);
+    ASSERT_TRUE(program().waitForEntry(text));
+  }
+  const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
+  ASSERT_TRUE(openPanel());
+  input().type("apple");
+  input().tap(key::Return);
+  EXPECT_TRUE(target.waitForText("a red apple")) << target.text();
+
+  ASSERT_TRUE(openPanel());
+  input().tap(key::Delete);
+  EXPECT_TRUE(waitFor([&] { return newEntries().size() == 2; }));
+  EXPECT_EQ(newEntries().back().text, "a green pear");
+}
+
+TEST_F(ProgramPanelTest, SpacePreviewsAboveThePanelWhichStays) {
+  desktop().run({"convert", "-size", "300x200", "gradient:red-blue",
+                 (desktop().home() / "picture.png").string()});
+  desktop().copy(readFile(desktop().home() / "picture.png"), "image/png");
+  ASSERT_TRUE(waitForNewEntries(1));
+  const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
+  ASSERT_TRUE(openPanel());
+  const auto panel = program().panel()->id;
+  const auto preview = [&] {
+    const auto active = windows().describe(windows().active());
+    return active.pid == program().pid() && active.id != panel && active.viewable;
+  };
+  input().tap(key::Space);
+  ASSERT_TRUE(waitFor(preview));
+  EXPECT_TRUE(program().panel());
+  input().tap(key::Escape);
+  EXPECT_TRUE(waitFor([&] { return !preview() && panelHasKeyboard(); }));
+}
+
+TEST_F(ProgramPanelTest, OpensOnTheMonitorUnderThePointer) {
+  desktop().splitIntoTwoMonitors();
+  for (const int monitor : {1, 0, 1}) {
+    input().movePointer(monitor * 1280 + 200, 300);
+    ASSERT_TRUE(waitFor([&] {
+      if (!openPanel()) return false;
+      if (program().panel()->centerX() == monitor * 1280 + 640) return true;
+      input().tap(key::Escape);
+      return !waitUntilPanelIsGone();
+    }));
+    EXPECT_EQ(program().panel()->centerX(), monitor * 1280 + 640);
+    EXPECT_NEAR(program().panel()->centerY(), 400, 20);
+    input().tap(key::Escape);
+    ASSERT_TRUE(waitUntilPanelIsGone());
+  }
+}
+
+}  // namespace
+}  // namespace zephyx

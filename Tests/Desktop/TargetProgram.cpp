@@ -1,0 +1,61 @@
+#include "Tests/Desktop/TargetProgram.h"
+
+#include <atomic>
+#include <stdexcept>
+
+namespace zephyx {
+namespace {
+
+std::vector<std::string> command(TargetProgram::Kind kind, const std::string& file,
+                                 const std::string& text) {
+  switch (kind) {
+    case TargetProgram::Kind::Gtk:
+      return {"mousepad", "--disable-server", file};
+    case TargetProgram::Kind::Qt:
+      return {QT_TARGET_EXECUTABLE, file, text};
+    case TargetProgram::Kind::Terminal:
+      // Without line editing each character reaches the file at once.
+      return {"xterm", "-e", "sh", "-c", "stty -icanon; exec cat >>\"$0\"", file};
+  }
+  return {};
+}
+
+}  // namespace
+
+TargetProgram::TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text)
+    : desktop_(desktop), kind_(kind) {
+  static std::atomic<int> counter{0};
+  file_ = desktop.home() / ("target" + std::to_string(++counter) + ".txt");
+  writeFile(file_, text);
+  process_ = desktop.start(command(kind, file_.string(), text));
+  window_ = desktop.windows().waitForManaged(name(kind), [&](const DesktopWindow& window) {
+    return window.viewable && window.pid == process_.pid() &&
+           desktop.windows().distinctColors(window) > 1;
+  });
+  if (!activate() || !waitFor([&] { return desktop.windows().focused() != 0; }))
+    throw std::runtime_error(name(kind) + " does not come to the front");
+}
+
+std::string TargetProgram::name(Kind kind) {
+  return kind == Kind::Gtk ? "Mousepad" : kind == Kind::Qt ? "qt_target" : "XTerm";
+}
+
+std::string TargetProgram::text() const {
+  const auto modified = [&] { return desktop_.windows().describe(window_.id).title[0] == '*'; };
+  if (kind_ == Kind::Gtk && isActive() && modified()) {
+    desktop_.input().chord({key::Control, key::S});
+    (void)waitFor([&] { return !modified(); });
+  }
+  return readFile(file_);
+}
+
+bool TargetProgram::waitForText(const std::string& text) const {
+  return waitFor([&] { return this->text() == text; });
+}
+
+void TargetProgram::copyAll() const {
+  desktop_.input().chord({key::Control, key::A});
+  desktop_.input().chord({key::Control, key::C});
+}
+
+}  // namespace zephyx

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <chrono>
+#include <functional>
+
+namespace zephyx {
+
+/// Asks `condition` every few milliseconds until it holds; false when the deadline passed first.
+/// The one place where desktop tests let time pass.
+[[nodiscard]] bool waitFor(const std::function<bool()>& condition,
+                           std::chrono::milliseconds deadline = std::chrono::seconds(5),
+                           std::chrono::milliseconds interval = std::chrono::milliseconds(2));
+
+/// True when `condition` stayed true for the whole of `duration`: for things that must not happen.
+[[nodiscard]] bool holdsFor(const std::function<bool()>& condition,
+                            std::chrono::milliseconds duration);
+
+/// Lets a moment of a choreography pass (keys held down, copies at a given distance).
+void pass(std::chrono::microseconds duration);
+
+}  // namespace zephyx

@@ -1,0 +1,224 @@
+#include "Tests/Desktop/Walkthrough.h"
+
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+
+namespace zephyx {
+namespace {
+
+VirtualDesktopOptions desktopOptions() {
+  VirtualDesktopOptions options;
+  options.tray = true;
+  options.compositor = true;
+  return options;
+}
+
+// Where the first entry of the list is, below the panel's header.
+constexpr int firstEntryY = 186;
+
+std::string where(const DesktopWindow& window) {
+  return std::to_string(window.width) + " x " + std::to_string(window.height) + " at " +
+         std::to_string(window.x) + ", " + std::to_string(window.y);
+}
+
+}  // namespace
+
+Walkthrough::Walkthrough(std::filesystem::path pictures)
+    : pictures_(std::move(pictures)), desktop_(desktopOptions()) {
+  std::filesystem::remove_all(pictures_);
+  std::filesystem::create_directories(pictures_);
+}
+
+void Walkthrough::step(const std::string& name, const std::string& words,
+                       const std::function<bool()>& happened) {
+  ++number_;
+  const bool ok = waitFor(happened, std::chrono::seconds(10));
+  // The last frame of a change reaches the screen after the fact itself.
+  pass(std::chrono::milliseconds(300));
+  const std::string number = (number_ < 10 ? "0" : "") + std::to_string(number_);
+  const auto picture = pictures_ / (number + "-" + name + ".png");
+  desktop_.screenshot(picture);
+  std::cout << number << (ok ? "  saw:     " : "  NOT SEEN: ") << words << "  [" << picture.string()
+            << "]" << std::endl;
+  if (!ok) ++failures_;
+}
+
+void Walkthrough::mustStep(const std::string& name, const std::string& words,
+                           const std::function<bool()>& happened) {
+  const int before = failures_;
+  step(name, words, happened);
+  if (failures_ != before) throw std::runtime_error("what follows rests on this step");
+}
+
+void Walkthrough::pressHotKey() {
+  desktop_.input().chord({key::Shift, key::Super, key::V});
+}
+
+bool Walkthrough::panelHasKeyboard() {
+  const auto panel = program_->panel();
+  return panel && desktop_.windows().focused() == panel->id &&
+         desktop_.windows().distinctColors(*panel) > 4;
+}
+
+bool Walkthrough::panelIsGone() {
+  return !program_->panel();
+}
+
+bool Walkthrough::run() {
+  std::cout << "A private desktop on display " << desktop_.display()
+            << ": X server, window manager, compositor, tray.\n";
+  try {
+    start();
+    copyThings();
+    pasteWithKeyboard();
+    pasteWithMouse();
+    pasteIntoTerminal();
+    searchAndPreview();
+    menuAndMainWindow();
+  } catch (const std::exception& error) {
+    std::cout << error.what() << '\n';
+    ++failures_;
+  }
+  writeFile(pictures_ / "zephyx.log", program_ ? program_->log() : "");
+  std::cout << (failures_ ? "The walk FAILED" : "Every step happened") << "; pictures and log in "
+            << pictures_.string() << '\n';
+  return failures_ == 0;
+}
+
+void Walkthrough::start() {
+  program_ = std::make_unique<ZephyxProcess>(desktop_);
+  mustStep("started", "Zephyx's main window, its icon in the tray; Shift+Super+V is its own", [&] {
+    const auto window = program_->mainWindow();
+    return window && desktop_.windows().distinctColors(*window) > 4 && program_->trayIcon() &&
+           desktop_.windows().isGrabbedByOthers(key::V, 0x41);
+  });
+}
+
+void Walkthrough::copyThings() {
+  editor_ = std::make_unique<TargetProgram>(desktop_, TargetProgram::Kind::Gtk);
+  desktop_.input().type("a line typed in the editor");
+  editor_->copyAll();
+  mustStep("copied-text",
+           "a text copied in Mousepad, recorded with its source; the main window hid", [&] {
+             const auto rows = program_->history().rows();
+             return rows.size() == 1 && rows[0].text == "a line typed in the editor" &&
+                    rows[0].sourceAppName == "Mousepad" && !program_->mainWindow();
+           });
+
+  line_ = std::make_unique<TargetProgram>(desktop_, TargetProgram::Kind::Qt,
+                                          "https://example.org/page?q=1");
+  line_->copyAll();
+  mustStep("copied-link", "a link copied in a Qt program, recorded as a link", [&] {
+    const auto rows = program_->history().rows();
+    return rows.size() == 2 && rows[1].kind == "url";
+  });
+
+  const auto picture = desktop_.home() / "sunset.png";
+  desktop_.run({"convert", "-size", "800x500", "gradient:#1b2a6b-#f2994a", picture.string()});
+  desktop_.copy(readFile(picture), "image/png");
+  mustStep("copied-image", "an image copied with xclip, recorded with its thumbnail", [&] {
+    const auto rows = program_->history().rows();
+    return rows.size() == 3 && rows[2].kind == "image" &&
+           std::filesystem::exists(rows[2].thumbnailPath);
+  });
+
+  desktop_.copy("file://" + picture.string() + "\r\n", "text/uri-list");
+  mustStep("copied-file", "a file copied with xclip, recorded with its path", [&] {
+    const auto rows = program_->history().rows();
+    return rows.size() == 4 && rows[3].kind == "file" && rows[3].filePath == picture.string();
+  });
+  desktop_.copy("the newest text");
+  (void)program_->waitForEntry("the newest text");
+}
+
+void Walkthrough::pasteWithKeyboard() {
+  (void)editor_->activate();
+  desktop_.input().chord({key::Control, key::End});
+  desktop_.input().tap(key::Return);
+  pressHotKey();
+  mustStep("history", "the history in its panel, with the keyboard, after Shift+Super+V", [&] {
+    const auto panel = program_->panel();
+    return panelHasKeyboard() && panel && where(*panel) == "560 x 720 at 360, 40";
+  });
+  desktop_.input().tap(key::Return);
+  mustStep("pasted-with-enter", "Enter: the newest entry pasted into Mousepad, which is in front",
+           [&] {
+             return panelIsGone() && editor_->isActive() &&
+                    editor_->text().ends_with("editor\nthe newest text");
+           });
+}
+
+void Walkthrough::pasteWithMouse() {
+  (void)line_->activate();
+  desktop_.input().chord({key::Control, key::A});
+  pressHotKey();
+  mustStep("history-for-mouse", "the history again, over the Qt program",
+           [&] { return panelHasKeyboard(); });
+  const auto panel = program_->panel().value();
+  desktop_.input().click(panel.x + panel.width / 2, panel.y + firstEntryY);
+  step("pasted-with-mouse", "a click: the entry under the pointer pasted into the Qt program",
+       [&] { return panelIsGone() && line_->isActive() && line_->text() == "the newest text"; });
+}
+
+void Walkthrough::pasteIntoTerminal() {
+  const TargetProgram terminal(desktop_, TargetProgram::Kind::Terminal);
+  pressHotKey();
+  mustStep("history-for-terminal", "the history over xterm", [&] { return panelHasKeyboard(); });
+  desktop_.input().tap(key::Return);
+  step("pasted-into-terminal", "the entry arrived in xterm, by the chord that terminals know",
+       [&] { return panelIsGone() && terminal.text() == "the newest text"; });
+}
+
+void Walkthrough::searchAndPreview() {
+  (void)editor_->activate();
+  pressHotKey();
+  mustStep("history-for-search", "the history once more", [&] { return panelHasKeyboard(); });
+  desktop_.input().type("sunset");
+  step("searched", "typing narrowed the list to the file's name",
+       [&] { return panelHasKeyboard(); });
+  const WindowId panel = program_->panel().value().id;
+  desktop_.input().chord({key::Control, key::Space});
+  step("previewed", "Control+Space: a preview above the panel, which stays", [&] {
+    const auto active = desktop_.windows().describe(desktop_.windows().active());
+    return active.pid == program_->pid() && active.id != panel && program_->panel();
+  });
+  desktop_.input().tap(key::Escape);
+  step("preview-closed", "Escape closed the preview; the panel has the keyboard again",
+       [&] { return panelHasKeyboard(); });
+  while (!panelIsGone() && editor_->process().isRunning()) {
+    desktop_.input().tap(key::Escape);
+    if (waitFor([&] { return panelIsGone(); }, std::chrono::seconds(1))) break;
+  }
+  step("escaped", "Escape closed the panel; Mousepad has the keyboard back",
+       [&] { return panelIsGone() && editor_->isActive(); });
+}
+
+void Walkthrough::menuAndMainWindow() {
+  const auto icon = program_->trayIcon().value();
+  desktop_.input().click(icon.centerX(), icon.centerY());
+  step("menu", "a click on the tray icon: the menu, with its shortcut hints",
+       [&] { return program_->menu().has_value(); });
+  desktop_.input().tap(key::Escape);
+  step("menu-closed", "Escape closed the menu", [&] { return !program_->menu(); });
+  auto second = desktop_.start({ZephyxProcess::executable().string()});
+  step("second-start", "a second start brought the main window up and ended", [&] {
+    const auto window = program_->mainWindow();
+    return window && desktop_.windows().active() == window->id && !second.isRunning();
+  });
+}
+
+}  // namespace zephyx
+
+int main(int argc, char** argv) {
+  if (argc != 2) {
+    std::cerr << "usage: walkthrough FOLDER-FOR-PICTURES\n";
+    return 2;
+  }
+  try {
+    return zephyx::Walkthrough(argv[1]).run() ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+}

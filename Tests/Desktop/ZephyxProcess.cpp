@@ -1,0 +1,83 @@
+#include "Tests/Desktop/ZephyxProcess.h"
+
+namespace zephyx {
+
+ZephyxProcess::ZephyxProcess(VirtualDesktop& desktop, const Environment& additions)
+    : desktop_(desktop), logFile_(desktop.home() / "zephyx.log"), history_(historyFile()) {
+  std::filesystem::remove(logFile_);
+  process_ = desktop.start({executable().string()}, additions, logFile_);
+}
+
+ZephyxProcess::~ZephyxProcess() = default;
+
+std::filesystem::path ZephyxProcess::executable() {
+  return ZEPHYX_EXECUTABLE;
+}
+
+bool ZephyxProcess::waitUntilReady() const {
+  constexpr std::uint16_t shiftSuper = 0x41;
+  return waitForLog("[Clipboard] initialize() done") &&
+         waitFor([&] { return mainWindow() && panel() == std::nullopt; }) &&
+         waitFor([&] { return desktop_.windows().isGrabbedByOthers(key::V, shiftSuper); });
+}
+
+std::string ZephyxProcess::log() const {
+  return readFile(logFile_);
+}
+
+std::size_t ZephyxProcess::logCount(const std::string& text) const {
+  const std::string content = log();
+  std::size_t count = 0;
+  for (auto at = content.find(text); at != std::string::npos; at = content.find(text, at + 1))
+    ++count;
+  return count;
+}
+
+bool ZephyxProcess::waitForLog(const std::string& text, std::size_t times) const {
+  return waitFor([&] { return logCount(text) >= times; });
+}
+
+std::optional<DesktopWindow> ZephyxProcess::mainWindow() const {
+  return desktop_.windows().find([&](const DesktopWindow& window) {
+    return window.pid == pid() && window.viewable && window.width >= 600;
+  });
+}
+
+std::optional<DesktopWindow> ZephyxProcess::panel() const {
+  return desktop_.windows().find([&](const DesktopWindow& window) {
+    return window.pid == pid() && window.viewable && window.width == panelWidth &&
+           window.height == panelHeight;
+  });
+}
+
+std::optional<DesktopWindow> ZephyxProcess::trayIcon() const {
+  for (auto& window : desktop_.windows().viewable())
+    if (window.pid == pid() && desktop_.windows().hasProperty(window.id, "_XEMBED_INFO"))
+      return window;
+  return std::nullopt;
+}
+
+std::optional<DesktopWindow> ZephyxProcess::menu() const {
+  for (auto& window : desktop_.windows().viewable())
+    if (window.pid == pid() && window.overrideRedirect && window.height > 60) return window;
+  return std::nullopt;
+}
+
+std::filesystem::path ZephyxProcess::dataFolder() const {
+  return desktop_.dataHome() / "com.zephyx.app";
+}
+
+std::filesystem::path ZephyxProcess::historyFile() const {
+  return dataFolder() / "clipboard_history.sqlite";
+}
+
+bool ZephyxProcess::waitForEntry(const std::string& text) {
+  return waitFor(
+      [&] {
+        const auto rows = history_.rows();
+        return !rows.empty() && rows.back().text == text;
+      },
+      std::chrono::seconds(10));
+}
+
+}  // namespace zephyx

@@ -1,0 +1,283 @@
+#include "Platform/Menu.h"
+#include "Runner/MainFlutterWindow.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr auto command = eventModifier::command;
+constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
+
+class AppDelegateTest : public HostTest {
+ protected:
+  MenuItem& row(const std::string& action) {
+    for (const auto& item : statusItem().menu()->items()) {
+      if (item->action() == action) return *item;
+    }
+    throw std::out_of_range(action);
+  }
+};
+
+TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
+  launch();
+  EXPECT_EQ(statusItem().length(), -2);
+  EXPECT_EQ(statusItem().symbol(), "note.text");
+  EXPECT_EQ(statusItem().accessibilityDescription(), "Zephyx");
+
+  struct Row {
+    const char* title;
+    const char* action;
+    const char* key;
+    std::uint64_t mask;
+  };
+  const std::vector<Row> expected = {
+      {"Open", "togglePopover", " ", shiftCommand},
+      {"-", "", "", 0},
+      {"Export All Notes", "exportAllNotes", "e", shiftCommand},
+      {"Import Notes", "importNotes", "i", shiftCommand},
+      {"-", "", "", 0},
+      {"Settings…", "openSettings", ",", command},
+      {"-", "", "", 0},
+      {"Quit", "quitApp", "", 0},
+  };
+  const auto& items = statusItem().menu()->items();
+  ASSERT_EQ(items.size(), expected.size());
+  for (std::size_t i = 0; i < items.size(); ++i) {
+    SCOPED_TRACE(expected[i].title);
+    const auto& properties = items[i]->properties();
+    EXPECT_EQ(items[i]->isSeparator(), expected[i].title == std::string("-"));
+    EXPECT_EQ(items[i]->action(), expected[i].action);
+    EXPECT_EQ(properties.keyEquivalent, expected[i].key);
+    if (items[i]->isSeparator()) continue;
+    EXPECT_EQ(properties.title, expected[i].title);
+    if (!properties.keyEquivalent.empty()) {
+      EXPECT_EQ(properties.keyEquivalentModifierMask, expected[i].mask);
+    }
+  }
+}
+
+TEST_F(AppDelegateTest, TheToggleRowSaysWhatItWouldDo) {
+  launch();
+  statusItem().openMenu();
+  EXPECT_EQ(row("togglePopover").properties().title, "Hide");
+  ASSERT_TRUE(statusItem().choose("togglePopover"));
+  EXPECT_FALSE(mainWindow().isVisible());
+  statusItem().openMenu();
+  EXPECT_EQ(row("togglePopover").properties().title, "Show");
+  ASSERT_TRUE(statusItem().choose("togglePopover"));
+  EXPECT_TRUE(mainWindow().isVisible());
+}
+
+TEST_F(AppDelegateTest, MenuRowsOpenTheMainWindowFirstAndThenSendTheirMethod) {
+  launch();
+  for (const char* action : {"exportAllNotes", "importNotes", "openSettings"}) {
+    SCOPED_TRACE(action);
+    for (const bool hidden : {true, false}) {
+      if (hidden) switchToEditor();
+      EXPECT_EQ(mainWindow().isVisible(), !hidden);
+      statusItem().openMenu();
+      ASSERT_TRUE(statusItem().choose(action));
+      desktop.dispatch.settle();
+      EXPECT_TRUE(mainWindow().isVisible());
+      EXPECT_TRUE(mainWindow().isKeyWindow());
+      EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{action, {}}));
+    }
+  }
+}
+
+TEST_F(AppDelegateTest, QuitEndsTheProcessAndClosingTheLastWindowDoesNot) {
+  launch();
+  EXPECT_FALSE(delegate->applicationShouldTerminateAfterLastWindowClosed());
+  EXPECT_TRUE(delegate->applicationSupportsSecureRestorableState());
+  statusItem().openMenu();
+  ASSERT_TRUE(statusItem().choose("quitApp"));
+  EXPECT_TRUE(desktop.application.isTerminated());
+}
+
+TEST_F(AppDelegateTest, TheSettingsRowShowsTheShortcutThatTheScreenStored) {
+  struct Case {
+    const char* stored;
+    const char* key;
+    std::uint64_t mask;
+  };
+  const std::vector<Case> cases = {
+      {R"({"keyChar":"k","meta":true,"shift":true,"alt":false,"control":false})", "k",
+       shiftCommand},
+      {R"({"keyChar":"ñ","alt":true,"control":true})", "ñ",
+       eventModifier::option | eventModifier::control},
+      {R"({"keyChar":"p"})", "p", 0},
+      {R"({"keyChar":"p","meta":"yes","shift":1})", "p", 0},
+      {R"({"meta":true,"shift":true})", ",", command},
+      {R"({"keyChar":7,"shift":true})", ",", command},
+      {R"(["keyChar","k"])", ",", command},
+      {"{\"keyChar\":\"k\"", ",", command},
+      {"{\"keyChar\":\"\xff\xfe\",\"shift\":true}", ",", command},
+      {"", ",", command},
+  };
+  launch();
+  for (const auto& [stored, key, mask] : cases) {
+    SCOPED_TRACE(stored);
+    desktop.userDefaults.setString("flutter.localShortcut.openSettings.v1", stored);
+    statusItem().openMenu();
+    EXPECT_EQ(row("openSettings").properties().keyEquivalent, key);
+    EXPECT_EQ(row("openSettings").properties().keyEquivalentModifierMask, mask);
+    statusItem().cancelTrackingWithoutAnimation();
+  }
+}
+
+TEST_F(AppDelegateTest, ShowsTheMainWindowInTheMiddleOfTheMainScreenWithinLimits) {
+  struct Case {
+    Rect visible;
+    Rect expected;
+  };
+  const std::vector<Case> cases = {
+      {{{0, 0}, {1440, 875}}, {{144, 65.625}, {1152, 743.75}}},
+      {{{0, 0}, {800, 500}}, {{-50, -50}, {900, 600}}},
+      {{{1440, 100}, {3840, 2100}}, {{2660, 700}, {1400, 900}}},
+  };
+  launch();
+  for (const auto& [visible, expected] : cases) {
+    switchToEditor();
+    desktop.screens.setScreens({{visible, visible}}, 0);
+    pressHotkey(HotkeyID::togglePopover);
+    EXPECT_EQ(mainWindow().frame(), expected);
+    EXPECT_EQ(mainWindow().configuration().level, 25);
+    EXPECT_EQ(mainWindow().configuration().collectionBehavior, 346u);
+    EXPECT_TRUE(mainWindow().isKeyWindow());
+  }
+  const auto last = mainWindow().frame();
+  switchToEditor();
+  desktop.screens.setScreens({}, -1);
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_TRUE(mainWindow().isVisible());
+  EXPECT_EQ(mainWindow().frame(), last);
+}
+
+TEST_F(AppDelegateTest, TogglingGivesTheFocusBackToWhereTheUserWas) {
+  launch();
+  switchToEditor();
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_TRUE(mainWindow().isKeyWindow());
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_FALSE(mainWindow().isVisible());
+  EXPECT_TRUE(editor->isActive());
+  EXPECT_EQ(editor->legacyRequests, 1);
+}
+
+TEST_F(AppDelegateTest, TogglingRemembersNobodyWhenTheHostItselfWasInFront) {
+  launch();
+  pressHotkey(HotkeyID::togglePopover);  // hides; the host stays in front
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_TRUE(mainWindow().isVisible());
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_FALSE(mainWindow().isVisible());
+  EXPECT_EQ(editor->legacyRequests, 0);
+}
+
+TEST_F(AppDelegateTest, StartingTheApplicationAgainBringsUpTheMainWindow) {
+  launch();
+  switchToEditor();
+  for (int round = 0; round < 2; ++round) {
+    delegate->applicationShouldHandleReopen();
+    desktop.dispatch.settle();
+    EXPECT_TRUE(mainWindow().isKeyWindow());
+  }
+}
+
+TEST_F(AppDelegateTest, EveryHotkeyIsCountedLoggedAndDispatched) {
+  struct Case {
+    HotkeyID id;
+    const char* line;
+  };
+  const std::vector<Case> cases = {
+      {HotkeyID::togglePopover, nullptr},
+      {HotkeyID::clipboardPanel, "[Clipboard] hotkey Shift+Cmd+V (id=2) fired"},
+      {HotkeyID::translate, "[Translate] hotkey Control+Option+Cmd+T (id=3) fired"},
+      {HotkeyID::spelling, "[Translate] hotkey Control+Option+Cmd+O (id=4) fired"},
+      {HotkeyID::improve, "[Translate] hotkey Control+Option+Cmd+E (id=5) fired"},
+      {HotkeyID::restoreLast,
+       "[Translate] hotkey Control+Option+Cmd+L (id=6) fired — restore last"},
+      {HotkeyID::trackpadLock, "[InputLock] hotkey (id=8) fired — toggle trackpad lock"},
+      {HotkeyID::keyboardLock, "[InputLock] hotkey (id=9) fired — lock keyboard"},
+      {HotkeyID::micMute, "[MicMute] hotkey (id=10) fired — toggle mic mute"},
+  };
+  launch();
+  ignoreLog("[Clipboard] showPanel: visible=true");
+  for (const auto& [id, line] : cases) {
+    SCOPED_TRACE(rawValue(id));
+    takeLog();
+    pressHotkey(id);
+    EXPECT_THAT(mainScreen().takeCalls(),
+                ElementsAre(MethodCall{"shortcutUsed",
+                                       Map{{"id", static_cast<std::int64_t>(rawValue(id))}}}));
+    const auto lines = takeLog();
+    if (line) {
+      ASSERT_FALSE(lines.empty());
+      EXPECT_EQ(lines.front(), line);
+    } else {
+      EXPECT_THAT(lines, IsEmpty());
+    }
+  }
+  EXPECT_TRUE(panel().isVisible());
+}
+
+TEST_F(AppDelegateTest, AFiringWithAnUnknownIdIsOnlyCountedAndOneOfAnotherProgramIsNot) {
+  launch();
+  const auto signature = desktop.hotKeys.registered().begin()->second.signature;
+  EXPECT_EQ(signature, 0x5A455048u);  // "ZEPH"
+  const auto unknown = desktop.hotKeys.registerHotKey(1, 0x1000, {signature, 7});
+  const auto foreign = desktop.hotKeys.registerHotKey(2, 0x1000, {signature + 1, 2});
+  desktop.keyboard.press(1, eventModifier::control);
+  desktop.keyboard.press(2, eventModifier::control);
+  desktop.dispatch.settle();
+  EXPECT_THAT(mainScreen().takeCalls(),
+              ElementsAre(MethodCall{"shortcutUsed", Map{{"id", std::int64_t{7}}}}));
+  EXPECT_FALSE(panel().isVisible());
+}
+
+TEST_F(AppDelegateTest, AHotkeyOfAnotherProgramIsLoggedAndTheOthersWork) {
+  desktop.hotKeys.otherProgramClaims({9, 0x0300});
+  shared = std::make_unique<SharedObjects>(desktop.platform());
+  delegate = std::make_unique<AppDelegate>(desktop.platform());
+  desktop.application.launch(*delegate);
+  EXPECT_THAT(takeLog(),
+              testing::Contains("[HotkeyManager] registro fallido para id=2 (OSStatus=-9878)"));
+  pressHotkey(HotkeyID::clipboardPanel);
+  EXPECT_FALSE(panel().isVisible());
+  pressHotkey(HotkeyID::togglePopover);
+  EXPECT_FALSE(mainWindow().isVisible());
+}
+
+TEST_F(AppDelegateTest, TheTargetOfAnAiActionIsTheEditorOrWhateverIsInFront) {
+  launch();
+  delegate->rememberAiPasteTarget(false);
+  EXPECT_EQ(monitor().rememberedApp, nullptr);
+  EXPECT_THAT(takeLog(), ElementsAre("[Translate] rememberAiPasteTarget: frontmost es Zephyx sin "
+                                     "editor key — se conserva el destino externo anterior"));
+  switchToEditor();
+  delegate->rememberAiPasteTarget(false);
+  EXPECT_EQ(monitor().rememberedApp, editor);
+  pressHotkey(HotkeyID::togglePopover);
+  delegate->rememberAiPasteTarget(false);
+  EXPECT_EQ(monitor().rememberedApp, editor);
+  takeLog();
+  delegate->rememberAiPasteTarget(true);
+  EXPECT_EQ(monitor().rememberedApp, desktop.workspace.host());
+}
+
+TEST_F(AppDelegateTest, ASendWithoutAMainEngineIsDropped) {
+  shared = std::make_unique<SharedObjects>(desktop.platform());
+  delegate = std::make_unique<AppDelegate>(desktop.platform());
+  delegate->applicationDidFinishLaunching();  // no interface was loaded
+  takeLog();
+  desktop.dispatch.settle();
+  statusItem().openMenu();
+  EXPECT_TRUE(statusItem().choose("openSettings"));
+  desktop.dispatch.settle();
+}
+
+}  // namespace
+}  // namespace zephyx

@@ -1,0 +1,239 @@
+#include "Runner/ClipboardPanelController.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Lines = std::vector<std::string>;
+
+const MethodReply nil = Value();
+
+MethodReply badArguments(const char* message) {
+  return MethodError{"BAD_ARGS", message, {}};
+}
+
+/// The clipboard panel, opened over the editor.
+class ClipboardPanelTest : public HostTest {
+ protected:
+  void SetUp() override {
+    launch();
+    switchToEditor();
+    pressHotkey(HotkeyID::clipboardPanel);
+    takeLog();
+    panelScreen().takeCalls();
+  }
+
+  std::optional<MethodReply> call(const std::string& method, const Value& arguments = {}) {
+    return panelScreen().call(method, arguments);
+  }
+
+  const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& blurs() {
+    return desktop.engines.viewController("clipboard_engine")->effectViews();
+  }
+  std::vector<bool> shownBlurs() {
+    std::vector<bool> shown;
+    for (const auto& blur : blurs()) shown.push_back(!blur->isHidden);
+    return shown;
+  }
+  static Value card(double x, double y, double w, double h) {
+    return Map{{"x", x}, {"y", y}, {"w", w}, {"h", h}};
+  }
+};
+
+TEST_F(ClipboardPanelTest, IsAFloatingPanelOnItsOwnEngine) {
+  const auto& c = panel().configuration();
+  EXPECT_EQ(c.kind, WindowKind::panel);
+  EXPECT_EQ(c.styleMask, 0u);
+  EXPECT_EQ(c.level, 25);
+  EXPECT_EQ(c.collectionBehavior, 330u);
+  EXPECT_TRUE(c.floatingPanel && c.transparentBackground && c.hasShadow && c.canBecomeKey);
+  EXPECT_FALSE(c.movableByWindowBackground || c.hidesOnDeactivate || c.canBecomeMain);
+  const auto engine = desktop.engines.engine("clipboard_engine");
+  EXPECT_EQ(engine->entryPoint(), "clipboardMain");
+  EXPECT_TRUE(engine->hasPlugins);
+  EXPECT_TRUE(panel().content()->hasTransparentBackground());
+  EXPECT_EQ(panel().content()->engine(), engine);
+}
+
+TEST_F(ClipboardPanelTest, OpensCentredOnThePointersScreen) {
+  const Screen main{{{0, 0}, {1440, 900}}, {{0, 0}, {1440, 875}}};
+  const Screen second{{{1440, 0}, {1920, 1080}}, {{1440, 70}, {1920, 985}}};
+  const Rect onMain{{440, 77.5}, {560, 720}};
+  const Rect onSecond{{2120, 202.5}, {560, 720}};
+  struct Case {
+    std::vector<Screen> screens;
+    int mainScreen;
+    Point pointer;
+    Rect expected;
+  };
+  const std::vector<Case> cases = {
+      {{main, second}, 0, {700, 400}, onMain},    {{main, second}, 0, {1500, 1000}, onSecond},
+      {{main, second}, 0, {1440, 500}, onSecond},  // the left edge belongs to a screen
+      {{main, second}, 1, {1000, 0}, onSecond},    // the bottom edge does not
+      {{main, second}, 1, {-50, -50}, onSecond},   // outside: the main screen
+      {{main, second}, -1, {-50, -50}, onMain},    // no main screen either: the first
+      {{}, -1, {0, 0}, {{0, 0}, {560, 720}}},
+  };
+  ignoreLog("[Clipboard]");
+  for (const auto& [screens, mainScreen, pointer, expected] : cases) {
+    switchToEditor();
+    EXPECT_FALSE(panel().isVisible());
+    desktop.screens.setScreens(screens, mainScreen);
+    desktop.screens.movePointer(pointer);
+    pressHotkey(HotkeyID::clipboardPanel);
+    EXPECT_EQ(panel().frame(), expected);
+    EXPECT_TRUE(panel().isKeyWindow());
+  }
+}
+
+TEST_F(ClipboardPanelTest, ShowingLogsTellsItsEngineAndRemembersTheTarget) {
+  switchToEditor();
+  pressHotkey(HotkeyID::clipboardPanel);
+  EXPECT_EQ(takeLog(), (Lines{"[Clipboard] hotkey Shift+Cmd+V (id=2) fired",
+                              "[Clipboard] showPanel: visible=true key=false "
+                              "firstResponder=<SimulatedView> frame=(440.0, 77.5, 560.0, 720.0)"}));
+  EXPECT_THAT(panelScreen().takeCalls(), ElementsAre(MethodCall{"clipboardPanelShown", {}}));
+  EXPECT_EQ(monitor().rememberedApp, editor);
+  EXPECT_TRUE(panel().isKeyWindow());
+}
+
+TEST_F(ClipboardPanelTest, HidesWhenItLosesTheKeyboardAndOnRequestGivesItBack) {
+  call("clipboardUpdateCardFrames",
+       Map{{"rects", List{card(0, 0, 10, 10)}}, {"cornerRadius", 8.0}});
+  takeLog();
+  switchToEditor();
+  EXPECT_FALSE(panel().isVisible());
+  EXPECT_THAT(shownBlurs(), ElementsAre(false));
+  EXPECT_EQ(editor->legacyRequests, 0);
+
+  pressHotkey(HotkeyID::clipboardPanel);
+  takeLog();
+  EXPECT_EQ(call("clipboardHidePanel"), nil);
+  EXPECT_FALSE(panel().isVisible());
+  EXPECT_TRUE(editor->isActive());
+  EXPECT_EQ(editor->legacyRequests, 1);
+  monitor().rememberedApp.reset();
+  EXPECT_EQ(call("clipboardHidePanel"), nil);
+}
+
+TEST_F(ClipboardPanelTest, AnswersWrongArgumentsAndUnknownMethods) {
+  const auto noMap = [](const char* method) {
+    return badArguments((std::string(method) + " requiere un mapa").c_str());
+  };
+  const auto noString = [](const char* method) {
+    return badArguments((std::string(method) + " requiere un String").c_str());
+  };
+  const auto badUrl = badArguments("openUrl requiere una URL válida");
+  struct Case {
+    const char* method;
+    Value arguments;
+    MethodReply reply;
+  };
+  const std::vector<Case> cases = {
+      {"clipboardSetPasteboard", "text", noMap("clipboardSetPasteboard")},
+      {"clipboardSetPasteboard", {}, noMap("clipboardSetPasteboard")},
+      {"clipboardPaste", List{}, noMap("clipboardPaste")},
+      {"clipboardShowInFinder", Map{}, noString("clipboardShowInFinder")},
+      {"clipboardQuickLook", std::int32_t{1}, noString("clipboardQuickLook")},
+      {"clipboardOpenUrl", std::int64_t{1} << 40, badUrl},
+      {"openUrl", std::int32_t{5}, badUrl},
+      {"openUrl", "no url", badUrl},
+      {"clipboardUpdateCardFrames", "wrong", nil},
+      {"clipboardUpdateCardFrames", Map{{"rects", "wrong"}, {"cornerRadius", 1.0}}, nil},
+      {"clipboardUpdateCardFrames", Map{{"rects", List{}}}, nil},
+      {"clipboardUpdateCardFrames", Map{{"rects", List{}}, {"cornerRadius", "8"}}, nil},
+      {"clipboardpaste", Map{}, NotImplemented()},
+      {"quit", {}, NotImplemented()},
+  };
+  for (const auto& [method, arguments, reply] : cases) {
+    SCOPED_TRACE(method);
+    EXPECT_EQ(call(method, arguments), reply);
+  }
+  EXPECT_TRUE(panel().isVisible());
+  EXPECT_THAT(blurs(), IsEmpty());
+  EXPECT_THAT(desktop.workspace.openedUrls(), IsEmpty());
+}
+
+TEST_F(ClipboardPanelTest, ServesTheSystemsOwnServices) {
+  EXPECT_EQ(call("clipboardOpenUrl", "https://a.org/ñ"), nil);
+  EXPECT_EQ(call("openUrl", "https://b.org"), nil);
+  EXPECT_THAT(desktop.workspace.openedUrls(), ElementsAre("https://a.org/%C3%B1", "https://b.org"));
+  EXPECT_EQ(call("clipboardShowInFinder", "/tmp/a b"), nil);
+  EXPECT_THAT(desktop.workspace.shownFiles(), ElementsAre("/tmp/a b"));
+
+  EXPECT_EQ(call("clipboardCheckAccessibility"), MethodReply(Value(true)));
+  desktop.accessibility.setTrusted(false);
+  EXPECT_EQ(call("clipboardCheckAccessibility"), MethodReply(Value(false)));
+  EXPECT_EQ(desktop.accessibility.promptCount(), 0);
+  EXPECT_EQ(call("clipboardRequestAccessibility"), MethodReply(Value(false)));
+  EXPECT_EQ(desktop.accessibility.promptCount(), 1);
+
+  const auto other = desktop.workspace.start({"org.example.other", "Other", nullptr});
+  desktop.workspace.bringToFront(other);
+  EXPECT_EQ(call("clipboardRememberFrontmost"), nil);
+  EXPECT_EQ(monitor().rememberedApp, other);
+}
+
+TEST_F(ClipboardPanelTest, CardBackgroundsFollowTheCardsFromAPoolThatNeverShrinks) {
+  const auto update = [this](const List& rects, const Value& radius = 12.0) {
+    EXPECT_EQ(call("clipboardUpdateCardFrames", Map{{"rects", rects}, {"cornerRadius", radius}}),
+              nil);
+  };
+  update({card(10, 0, 200, 100), card(10, 110, 200, 50), card(0, 670, 5, 50)});
+  EXPECT_EQ(takeLog(), (Lines{"[Clipboard] cardBlurs: 3 paneles, pool=3"}));
+  ASSERT_EQ(blurs().size(), 3u);
+  EXPECT_EQ(blurs()[0]->frame, (Rect{{10, 620}, {200, 100}}));
+  EXPECT_EQ(blurs()[1]->frame, (Rect{{10, 560}, {200, 50}}));
+  EXPECT_EQ(blurs()[2]->frame, (Rect{{0, 0}, {5, 50}}));
+  EXPECT_EQ(blurs()[0]->cornerRadius, 12);
+  const auto first = blurs()[0];
+
+  // Integers count as numbers; an incomplete card leaves its background as it is.
+  const Value broken = Map{{"x", 1.0}, {"y", 1.0}, {"w", "wide"}, {"h", 1.0}};
+  update({broken, Map{{"x", 1}, {"y", 2}, {"w", std::int64_t{3}}, {"h", 4}}}, 6);
+  EXPECT_EQ(blurs()[0]->frame, (Rect{{10, 620}, {200, 100}}));
+  EXPECT_EQ(blurs()[0]->cornerRadius, 12);
+  EXPECT_EQ(blurs()[1]->frame, (Rect{{1, 714}, {3, 4}}));
+  EXPECT_EQ(blurs()[1]->cornerRadius, 6);
+  EXPECT_THAT(shownBlurs(), ElementsAre(true, true, false));
+
+  update({});
+  EXPECT_THAT(shownBlurs(), ElementsAre(false, false, false));
+  update(List(5, card(0, 0, 1, 1)));
+  EXPECT_THAT(shownBlurs(), ElementsAre(true, true, true, true, true));
+  EXPECT_EQ(blurs()[0], first);
+  EXPECT_THAT(takeLog(), Contains("[Clipboard] cardBlurs: 5 paneles, pool=5"));
+
+  desktop.engines.viewController("clipboard_engine")->setSize({560, 0});
+  update({});
+  EXPECT_THAT(shownBlurs(), Contains(true));
+}
+
+TEST_F(ClipboardPanelTest, FollowsThePointerUntilTheButtonIsReleased) {
+  const auto start = panel().frame();
+  const auto event = [this](EventType type, Point pointer) {
+    desktop.screens.movePointer(pointer);
+    EXPECT_TRUE(desktop.eventMonitors.deliver({type, 0, 0}));
+  };
+  const auto monitorsBefore = desktop.eventMonitors.count();
+  desktop.screens.movePointer({500, 500});
+  EXPECT_EQ(call("clipboardStartWindowDrag"), nil);
+  desktop.screens.movePointer({510, 500});
+  EXPECT_EQ(call("clipboardStartWindowDrag"), nil);
+  EXPECT_EQ(desktop.eventMonitors.count(), monitorsBefore + 1);
+  event(EventType::leftMouseDragged, {530, 480});
+  EXPECT_EQ(panel().frame(), (Rect{{start.origin.x + 30, start.origin.y - 20}, start.size}));
+  event(EventType::leftMouseDragged, {500, 500});
+  EXPECT_EQ(panel().frame(), start);
+  event(EventType::leftMouseUp, {600, 600});
+  EXPECT_EQ(panel().frame(), start);
+  EXPECT_EQ(desktop.eventMonitors.count(), monitorsBefore);
+  event(EventType::leftMouseDragged, {700, 700});
+  EXPECT_EQ(panel().frame(), start);
+}
+
+}  // namespace
+}  // namespace zephyx

@@ -1,0 +1,198 @@
+#include "Runner/MainFlutterWindow.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+using Posted = SimulatedKeyboard::Posted;
+using Lines = std::vector<std::string>;
+
+/// Paste-back into the editor, which was in front before the host.
+class PasteBackTest : public HostTest {
+ protected:
+  void SetUp() override {
+    launch();
+    switchToEditor();
+    monitor().rememberedApp = editor;
+    desktop.pasteboard.otherProgramCopiesString("pasted");
+    desktop.workspace.bringToFront(desktop.workspace.host());
+    desktop.dispatch.settle();
+  }
+
+  /// Runs the chain to its end, after at most `seconds`.
+  void synthesize(double seconds = 2) {
+    monitor().synthesizePasteWhenTargetActive(0, [this] { ++completions_; });
+    desktop.dispatch.advance(seconds);
+  }
+
+  static std::string requested(const char* kind, const char* result = "true") {
+    return std::string("[PasteBack] requestActivation(") + kind + ") org.example.editor -> " +
+           result;
+  }
+
+  int completions_ = 0;
+};
+
+TEST_F(PasteBackTest, WithoutARememberedApplicationItTypesBlind) {
+  monitor().rememberedApp.reset();
+  switchToEditor();
+  EXPECT_FALSE(monitor().activatePasteTarget());
+  EXPECT_EQ(takeLog(), (Lines{"[PasteBack] activatePasteTarget: sin app recordada — el llamador "
+                              "sintetizará ⌘V a ciegas"}));
+  synthesize();
+  EXPECT_THAT(desktop.keyboard.posted(), ElementsAre(Posted{9, 0x100000}));
+  EXPECT_EQ(editor->text, "pasted");
+  EXPECT_EQ(completions_, 1);
+  EXPECT_THAT(takeLog(), IsEmpty());
+}
+
+TEST_F(PasteBackTest, TheHostItselfIsServedThroughTheEditorsChannel) {
+  for (const bool hasBundle : {true, false}) {
+    SCOPED_TRACE(hasBundle);
+    if (!hasBundle) desktop.workspace.forgetHostBundle();
+    monitor().rememberedApp = desktop.workspace.host();
+    mainWindow().orderFrontRegardless();
+    EXPECT_TRUE(monitor().activatePasteTarget());
+    EXPECT_EQ(takeLog(), (Lines{"[PasteBack] activatePasteTarget: destino SELF (editor de notas) — "
+                                "entrega por canal pasteIntoEditor"}));
+    desktop.dispatch.settle();
+    EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{"pasteIntoEditor", {}}));
+    EXPECT_TRUE(mainWindow().isKeyWindow());
+    EXPECT_NE(mainWindow().firstResponderDescription(), "nil");
+  }
+  mainWindow().orderOut();
+  EXPECT_TRUE(monitor().activatePasteTarget());
+  EXPECT_FALSE(mainWindow().isVisible());
+  delegate->methodChannel.reset();
+  EXPECT_TRUE(monitor().activatePasteTarget());
+  takeLog();
+  EXPECT_THAT(desktop.keyboard.posted(), IsEmpty());
+}
+
+TEST_F(PasteBackTest, AnotherApplicationIsAskedToComeForward) {
+  EXPECT_FALSE(monitor().activatePasteTarget());
+  EXPECT_EQ(takeLog(), (Lines{"[PasteBack] activatePasteTarget: destino EXTERNO org.example.editor "
+                              "— activate + ⌘V del llamador",
+                              requested("legacy")}));
+  EXPECT_EQ(editor->legacyRequests, 1);
+
+  monitor().rememberedApp = desktop.workspace.start({"", "Nameless", nullptr});
+  monitor().activatePasteTarget();
+  EXPECT_EQ(takeLog(), (Lines{"[PasteBack] activatePasteTarget: destino EXTERNO ? — activate + ⌘V "
+                              "del llamador",
+                              "[PasteBack] requestActivation(legacy) ? -> true"}));
+}
+
+TEST_F(PasteBackTest, ALeftoverNotesWindowIsHiddenBeforeTheRequest) {
+  mainWindow().orderFrontRegardless();
+  EXPECT_FALSE(monitor().activatePasteTarget());
+  EXPECT_FALSE(mainWindow().isVisible());
+  EXPECT_EQ(takeLog(),
+            (Lines{"[PasteBack] activatePasteTarget: destino EXTERNO org.example.editor — activate "
+                   "+ ⌘V del llamador",
+                   "[PasteBack] activatePasteTarget: ventana de notas leftover visible — orderOut "
+                   "antes de activar el destino externo",
+                   requested("legacy")}));
+}
+
+TEST_F(PasteBackTest, ActivationIsCooperativeWhereTheSystemWantsThat) {
+  desktop.workspace.setUsesCooperativeActivation(true);
+  editor->acceptsRequests = false;
+  monitor().requestActivation(*editor);
+  EXPECT_EQ(takeLog(), (Lines{requested("cooperativa", "false")}));
+  EXPECT_EQ(editor->cooperativeRequests, 1);
+  EXPECT_EQ(editor->legacyRequests, 0);
+}
+
+TEST_F(PasteBackTest, AnActiveTargetGetsTheChordAtOnce) {
+  switchToEditor();
+  monitor().synthesizePasteWhenTargetActive(0, [this] { ++completions_; });
+  EXPECT_EQ(completions_, 1);
+  desktop.dispatch.settle();
+  EXPECT_EQ(editor->text, "pasted");
+  EXPECT_THAT(takeLog(), IsEmpty());
+}
+
+TEST_F(PasteBackTest, WaitsForTheTargetAndTypesOnce) {
+  struct Case {
+    int comesForwardAtRequest;
+    Lines lines;
+  };
+  const std::vector<Case> cases = {
+      {1,
+       {requested("legacy"),
+        "[PasteBack] synthesizePaste: destino activo tras 1 reintentos — posteando ⌘V"}},
+      {3,
+       {requested("legacy"), requested("legacy"), requested("legacy"),
+        "[PasteBack] synthesizePaste: destino activo tras 3 reintentos — posteando ⌘V"}},
+  };
+  for (const auto& [request, lines] : cases) {
+    SCOPED_TRACE(request);
+    desktop.workspace.bringToFront(desktop.workspace.host());
+    editor->text.clear();
+    editor->legacyRequests = 0;
+    editor->comesForwardAtRequest = request;
+    completions_ = 0;
+    synthesize();
+    EXPECT_EQ(takeLog(), lines);
+    EXPECT_EQ(editor->text, "pasted");
+    EXPECT_EQ(completions_, 1);
+  }
+}
+
+TEST_F(PasteBackTest, ATargetThatComesAtTheLastMomentIsServed) {
+  ignoreLog("[PasteBack]");
+  editor->comesForwardAtRequest = 10;
+  synthesize(0.95);
+  EXPECT_EQ(completions_, 0);
+  desktop.dispatch.advance(0.06);
+  EXPECT_EQ(editor->text, "pasted");
+  EXPECT_EQ(completions_, 1);
+}
+
+TEST_F(PasteBackTest, ATargetThatNeverComesForwardIsNotTypedInto) {
+  editor->comesForwardAtRequest.reset();
+  monitor().activatePasteTarget();
+  takeLog();
+  synthesize(5);
+  Lines expected(10, requested("legacy"));
+  expected.push_back(
+      "[PasteBack] synthesizePaste: org.example.editor nunca se activó tras 10 reintentos — se "
+      "OMITE el ⌘V");
+  EXPECT_EQ(takeLog(), expected);
+  EXPECT_EQ(editor->legacyRequests, 11);
+  EXPECT_THAT(desktop.keyboard.posted(), IsEmpty());
+  EXPECT_EQ(completions_, 1);
+}
+
+TEST_F(PasteBackTest, CompletesWhenTheChordCannotBeMadeOrDoesNotArrive) {
+  switchToEditor();
+  desktop.accessibility.killGrant();
+  synthesize();
+  desktop.keyboard.refuseToPost();
+  synthesize();
+  EXPECT_EQ(editor->text, "");
+  EXPECT_EQ(completions_, 2);
+}
+
+TEST_F(PasteBackTest, ASecondPasteGoesToTheSameTarget) {
+  switchToEditor();
+  synthesize();
+  synthesize();
+  EXPECT_EQ(monitor().rememberedApp, editor);
+  EXPECT_EQ(editor->text, "pastedpasted");
+}
+
+TEST_F(PasteBackTest, TheChainEndsWithTheHost) {
+  ignoreLog("[PasteBack]");
+  editor->comesForwardAtRequest.reset();
+  synthesize(0.35);
+  endHost();
+  EXPECT_EQ(editor->legacyRequests, 4);
+  EXPECT_EQ(completions_, 0);
+}
+
+}  // namespace
+}  // namespace zephyx

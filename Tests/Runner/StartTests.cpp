@@ -1,0 +1,73 @@
+#include "Runner/ClipboardPanelController.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines startLines(const char* engineRuns) {
+  return {"[Clipboard] initialize() start",
+          std::string("[Clipboard] engine.run(clipboardMain) -> ") + engineRuns,
+          "[Clipboard] FlutterViewController creado",
+          "[Clipboard] plugins registrados",
+          "[Clipboard] vista cargada (fondo transparente)",
+          "[Clipboard] canal listo",
+          "[Clipboard] monitor iniciado",
+          "[Clipboard] buildPanel: alloc",
+          "[Clipboard] buildPanel: panel alloc ok",
+          "[Clipboard] buildPanel: props set",
+          "[Clipboard] buildPanel: contenedor transparente + flutter, size=(560.0, 720.0)",
+          "[Clipboard] panel construido",
+          "[Clipboard] initialize() done — panel created: true"};
+}
+
+class StartTest : public HostTest {};
+
+TEST_F(StartTest, RunsUntilQuitAndShowsTheMainWindow) {
+  shared = std::make_unique<SharedObjects>(desktop.platform());
+  delegate = std::make_unique<AppDelegate>(desktop.platform());
+  desktop.dispatch.mainQueue().asyncAfter(1, [this] {
+    EXPECT_TRUE(mainWindow().isVisible());
+    EXPECT_TRUE(mainWindow().isKeyWindow());
+    EXPECT_FALSE(panel().isVisible());
+    EXPECT_EQ(desktop.hotKeys.registered().size(), 9u);
+    statusItem().openMenu();
+    statusItem().choose("quitApp");
+  });
+  EXPECT_EQ(desktop.application.run(*delegate), 0);
+  EXPECT_EQ(takeLog(), startLines("true"));
+}
+
+TEST_F(StartTest, InitialisingASecondTimeDoesNothing) {
+  launch();
+  const auto engine = desktop.engines.engine("clipboard_engine");
+  ClipboardPanelController::shared().initialize();
+  EXPECT_EQ(desktop.engines.engine("clipboard_engine"), engine);
+  EXPECT_EQ(desktop.application.windows().size(), 2u);
+}
+
+TEST_F(StartTest, AnEngineThatDoesNotRunIsReportedAndThePanelStillOpens) {
+  desktop.engines.refuseToRun("clipboard_engine");
+  shared = std::make_unique<SharedObjects>(desktop.platform());
+  ClipboardPanelController::shared().initialize();
+  EXPECT_EQ(takeLog(), startLines("false"));
+  ignoreLog("[Clipboard] showPanel: visible=true");
+  ClipboardPanelController::shared().showPanel();
+  EXPECT_TRUE(desktop.application.simulatedWindows().at(0)->isVisible());
+}
+
+TEST_F(StartTest, ThePanelIsMadeWhenItIsFirstShown) {
+  shared = std::make_unique<SharedObjects>(desktop.platform());
+  ClipboardPanelController::shared().showPanel();
+  auto expected = startLines("true");
+  expected.insert(expected.begin(), "[Clipboard] showPanel: panel nil → reintentando initialize()");
+  auto lines = takeLog();
+  lines.pop_back();
+  EXPECT_EQ(lines, expected);
+  desktop.dispatch.settle();
+  EXPECT_EQ(panelScreen().callsOf("clipboardPanelShown").size(), 1u);
+}
+
+}  // namespace
+}  // namespace zephyx

@@ -1,0 +1,145 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QDateTime>
+#include <QtCore/QDir>
+#include <QtGui/QImage>
+#include <QtGui/QPainter>
+
+#include "Tests/Screens/TestWorld.h"
+
+// The screens with the variety that they meet in use. With ZEPHYX_SCREEN_PICTURES set to a folder,
+// what they look like is left there.
+
+namespace zephyx {
+namespace {
+
+std::string paint(const std::string& folder, const char* name, QSize size, QColor from, QColor to) {
+  QDir().mkpath(QString::fromStdString(folder));
+  QImage image(size, QImage::Format_RGB32);
+  QPainter painter(&image);
+  QLinearGradient gradient(0, 0, size.width(), size.height());
+  gradient.setColorAt(0, from);
+  gradient.setColorAt(1, to);
+  painter.fillRect(image.rect(), gradient);
+  painter.setBrush(QColor(255, 255, 255, 90));
+  painter.drawEllipse(image.rect().center(), size.height() / 3, size.height() / 3);
+  painter.end();
+  const std::string path = folder + '/' + name;
+  image.save(QString::fromStdString(path));
+  return path;
+}
+
+Map copied(Map fields, const char* program, const std::string& icon, std::int64_t minutesAgo) {
+  fields.append("sourceAppName", program);
+  fields.append("sourceAppIconPath", icon);
+  fields.append("copiedAtEpochMs",
+                std::int64_t{QDateTime::currentMSecsSinceEpoch() - minutesAgo * 60'000});
+  return fields;
+}
+
+void fillHistory(TestWorld& world) {
+  const auto folder = world.folder();
+  const auto icon = [&](const char* name, QColor color) {
+    return paint(folder + "/clipboard_icons", name, {48, 48}, color, color.darker());
+  };
+  const auto web = icon("web.png", QColor(0xff, 0x8a, 0x3c));
+  const auto editor = icon("editor.png", QColor(0x3c, 0xb3, 0x71));
+  const auto files = icon("files.png", QColor(0x4a, 0x90, 0xe2));
+  const auto wide = paint(folder + "/clipboard_thumbs", "a_thumb.png", {240, 60}, Qt::darkCyan,
+                          Qt::darkMagenta);
+  const auto tall = paint(folder + "/clipboard_thumbs", "b_thumb.png", {135, 240},
+                          QColor(0xff, 0xd5, 0x80), QColor(0xc0, 0x50, 0x60));
+  std::string longText = "The quick brown fox jumps over the lazy dog. ";
+  while (longText.size() < 200'000) longText += longText;
+  const Map entries[] = {
+      copied({{"type", "text"}, {"text", "Last year's entry, still here because it is pinned"}},
+             "Text Editor", editor, 60 * 24 * 300),
+      copied({{"type", "text"}, {"text", "Grüße aus Köln · こんにちは · Привет · مرحبا"}}, "Mail", files,
+             60 * 24 * 3),
+      copied({{"type", "file"},
+              {"text", "invoice-2024-03.pdf"},
+              {"filePath", "/home/anna/Documents/Invoices/invoice-2024-03.pdf"},
+              {"byteSize", 348'211}},
+             "Files", files, 60 * 26),
+      copied({{"type", "image"},
+              {"imageBlobPath", folder + "/clipboard_blobs/b.png"},
+              {"thumbnailPath", tall},
+              {"width", 1080},
+              {"height", 1920},
+              {"byteSize", 2'311'870}},
+             "Screenshot", web, 60 * 5),
+      copied({{"type", "text"}, {"text", longText}}, "Text Editor", editor, 125),
+      copied({{"type", "url"},
+              {"text", "https://example.org/a/rather/long/path/that/goes/on/and/on?with=query&and="
+                       "more#fragment-of-the-page"}},
+             "Web Browser", web, 47),
+      copied({{"type", "file"},
+              {"text", "holiday photograph.jpg"},
+              {"filePath", "/home/anna/Pictures/holiday photograph.jpg"},
+              {"thumbnailPath", wide},
+              {"width", 4000},
+              {"height", 1000},
+              {"byteSize", 5'100'000}},
+             "Files", files, 30),
+      copied({{"type", "text"}, {"text", "  \n\tif (found == end) {\n\t\treturn;\n\t}\n"}},
+             "Text Editor", editor, 12),
+      copied({{"type", "text"}, {"text", "anna@example.org"}}, "Mail", files, 6),
+      copied({{"type", "url"}, {"text", "https://example.org"}}, "Web Browser", web, 2),
+      copied({{"type", "text"},
+              {"text", "Dear Sir or Madam, thank you for your letter of the third of March, which "
+                       "reached us this morning; we shall answer every question in it."}},
+             "Text Editor", editor, 0),
+  };
+  for (const Map& entry : entries) world.call("clipboardEntryCaptured", entry);
+}
+
+TEST(Pictures, ClipboardScreen) {
+  TestWorld world("clipboardMain");
+  fillHistory(world);
+  ASSERT_TRUE(world.showPicture(560, 720));
+  world.call("clipboardPanelShown");
+  ASSERT_TRUE(waitFor([&] { return world.child("entries")->property("count") == 11; }));
+  world.press(Qt::Key_P, Qt::ControlModifier);
+  world.press(Qt::Key_Down);
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("clipboard");
+  world.press(Qt::Key_End);
+  world.press(Qt::Key_P, Qt::ControlModifier);
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("clipboard-end");
+  world.replies["clipboardCheckAccessibility"] = Value(false);
+  world.call("clipboardPanelShown");
+  world.press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("clipboard-permission");
+  world.press(Qt::Key_Escape);
+  world.type("example");
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("clipboard-search");
+}
+
+TEST(Pictures, MainScreen) {
+  TestWorld world("main");
+  ASSERT_TRUE(world.showPicture(1000, 660));
+  for (const char* text : {"Shopping\nBread, cheese and two lemons", "Ideas for the garden",
+                           "Meeting with Ben\n\nHe proposes to move the release to the first of "
+                           "June.\n\n· tests are green\n· documentation is missing\n"}) {
+    world.program()->controller()->metaObject()->invokeMethod(world.program()->controller(),
+                                                              "newNote");
+    world.program()->controller()->setProperty("text", QString::fromUtf8(text));
+  }
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("main");
+  world.call("openSettings");
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("main-settings");
+  world.program()->controller()->setProperty("showsSettings", false);
+  world.program()->controller()->metaObject()->invokeMethod(world.program()->controller(),
+                                                            "deleteNote");
+  world.click({40, 630});
+  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  world.savePicture("main-menu");
+}
+
+}  // namespace
+}  // namespace zephyx

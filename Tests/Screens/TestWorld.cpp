@@ -1,0 +1,179 @@
+#include "Tests/Screens/TestWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QDateTime>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QMouseEvent>
+#include <QtGui/QPainter>
+#include <QtQml/QQmlComponent>
+#include <QtQuick/QQuickPaintedItem>
+#include <QtWidgets/QApplication>
+
+#include "Channel/StandardMethodCodec.h"
+
+namespace zephyx {
+namespace {
+
+constexpr auto channelName = "com.zephyx.app/menu";
+
+// Stands behind a picture for what the desktop and the host draw there.
+class Wallpaper : public QQuickPaintedItem {
+ public:
+  explicit Wallpaper(Value cards) : cards_(std::move(cards)) {}
+
+  void paint(QPainter* painter) override {
+    QLinearGradient gradient(0, 0, width(), height());
+    gradient.setColorAt(0, QColor(0x3a, 0x6e, 0xa5));
+    gradient.setColorAt(0.5, QColor(0xd8, 0xc9, 0x9b));
+    gradient.setColorAt(1, QColor(0x7a, 0x3b, 0x5e));
+    painter->fillRect(QRectF(0, 0, width(), height()), gradient);
+    const Map* cards = cards_.asMap();
+    if (!cards) return;
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(QColor(20, 22, 27, 225));
+    const double radius = *cards->find("cornerRadius")->asNumber();
+    for (const Value& rect : *cards->find("rects")->asList()) {
+      const auto at = [&](const char* key) { return *rect.asMap()->find(key)->asNumber(); };
+      painter->drawRoundedRect(QRectF(at("x"), at("y"), at("w"), at("h")), radius, radius);
+    }
+  }
+
+ private:
+  Value cards_;
+};
+
+}  // namespace
+
+bool waitFor(const std::function<bool()>& condition) {
+  const QDeadlineTimer deadline(5000);
+  while (!condition()) {
+    if (deadline.hasExpired()) return false;
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 20);
+  }
+  return true;
+}
+
+std::optional<std::string> TestDefaults::string(const std::string& key) const {
+  const auto found = strings.find(key);
+  return found == strings.end() ? std::nullopt : std::optional(found->second);
+}
+
+TestWorld::TestWorld(std::string entryPoint)
+    : directories_(directory_.path().toStdString()), entryPoint_(std::move(entryPoint)) {
+  TestMessenger::join(host_, screen_);
+  handler_ = host_->setMessageHandler(channelName, [this](BytesView bytes, BinaryReply reply) {
+    const auto call = StandardMethodCodec::decodeCall(bytes);
+    ASSERT_TRUE(call);
+    calls.push_back(*call);
+    const auto answer = replies.find(call->method);
+    reply(StandardMethodCodec::encodeReply(answer == replies.end() ? Value() : answer->second));
+  });
+  startProgram();
+}
+
+TestWorld::~TestWorld() { stopProgram(); }
+
+void TestWorld::startProgram() {
+  program_ = makeScreenProgram(entryPoint_, {screen_, defaults, directories_});
+}
+
+void TestWorld::stopProgram() {
+  picture_.reset();
+  window_.reset();
+  engine_.reset();
+  program_.reset();
+}
+
+MethodReply TestWorld::call(std::string_view method, const Value& arguments) {
+  std::optional<MethodReply> end;
+  host_->send(channelName, StandardMethodCodec::encodeCall(method, arguments),
+              [&](BytesView bytes) { end = StandardMethodCodec::decodeReply(bytes); });
+  EXPECT_TRUE(waitFor([&] { return end.has_value(); })) << method;
+  return end.value_or(NotImplemented{});
+}
+
+std::vector<MethodCall> TestWorld::callsOf(const std::string& method) const {
+  std::vector<MethodCall> found;
+  for (const auto& call : calls)
+    if (call.method == method) found.push_back(call);
+  return found;
+}
+
+bool TestWorld::waitForCall(const std::string& method, std::size_t count) {
+  return waitFor([&] { return callsOf(method).size() >= count; });
+}
+
+QQuickItem* TestWorld::showPicture(int width, int height) {
+  engine_ = std::make_unique<QQmlEngine>();
+  QQmlComponent component(engine_.get(), program_->viewSource());
+  EXPECT_TRUE(component.isReady()) << component.errorString().toStdString();
+  if (!component.isReady()) return nullptr;
+  picture_.reset(qobject_cast<QQuickItem*>(component.createWithInitialProperties(
+      {{"screen", QVariant::fromValue(program_->controller())}})));
+  window_ = std::make_unique<QQuickWindow>();
+  window_->setColor(Qt::transparent);
+  window_->resize(width, height);
+  picture_->setParentItem(window_->contentItem());
+  picture_->setSize(QSizeF(width, height));
+  picture_->forceActiveFocus();
+  window_->show();
+  window_->requestActivate();
+  EXPECT_TRUE(waitFor([&] { return window_->isExposed(); }));
+  return picture_.get();
+}
+
+QObject* TestWorld::child(const char* name) {
+  return picture_->findChild<QObject*>(QLatin1String(name));
+}
+
+void TestWorld::press(Qt::Key key, Qt::KeyboardModifiers modifiers, const QString& text) {
+  QKeyEvent press(QEvent::KeyPress, key, modifiers, text);
+  QKeyEvent release(QEvent::KeyRelease, key, modifiers, text);
+  QCoreApplication::sendEvent(window_.get(), &press);
+  QCoreApplication::sendEvent(window_.get(), &release);
+}
+
+void TestWorld::type(const QString& text) {
+  for (const QChar letter : text)
+    press(static_cast<Qt::Key>(letter.toUpper().unicode()), {}, QString(letter));
+}
+
+void TestWorld::click(QPointF position) {
+  for (const auto kind : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
+    const bool down = kind == QEvent::MouseButtonPress;
+    QMouseEvent event(kind, position, position, Qt::LeftButton,
+                      down ? Qt::LeftButton : Qt::NoButton, {});
+    QCoreApplication::sendEvent(window_.get(), &event);
+  }
+}
+
+void TestWorld::savePicture(const QString& name) {
+  const QString folder = qEnvironmentVariable("ZEPHYX_SCREEN_PICTURES");
+  if (folder.isEmpty()) return;
+  const auto frames = callsOf("clipboardUpdateCardFrames");
+  Wallpaper wallpaper(frames.empty() ? Value() : frames.back().arguments);
+  wallpaper.setParentItem(window_->contentItem());
+  wallpaper.setSize(picture_->size());
+  wallpaper.stackBefore(picture_.get());
+  const QImage image = window_->grabWindow();
+  image.save(folder + '/' + name + QStringLiteral("@%1x.png").arg(image.devicePixelRatio()));
+}
+
+Map capturedText(const std::string& text) {
+  return {{"type", "text"},
+          {"text", text},
+          {"copiedAtEpochMs", std::int64_t{QDateTime::currentMSecsSinceEpoch()}}};
+}
+
+}  // namespace zephyx
+
+int main(int argumentCount, char** arguments) {
+  // A developer may look at the tests on a real display; by default there is none.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  testing::InitGoogleTest(&argumentCount, arguments);
+  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
+  QApplication application(argumentCount, arguments);
+  return RUN_ALL_TESTS();
+}

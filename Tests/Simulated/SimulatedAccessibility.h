@@ -1,0 +1,28 @@
+#pragma once
+
+#include "Platform/Accessibility.h"
+
+namespace zephyx {
+
+class SimulatedAccessibility final : public Accessibility {
+ public:
+  bool isProcessTrusted() const override { return isTrusted_; }
+  bool isProcessTrustedWithPrompt() override {
+    if (!isTrusted_) ++promptCount_;
+    return isTrusted_;
+  }
+
+  /// The user's own switch; on at first.
+  void setTrusted(bool isTrusted) { isTrusted_ = isTrusted; }
+  /// The permission stays listed but has no effect: typed events are dropped.
+  void killGrant() { grantWorks_ = false; }
+  bool eventsArrive() const { return isTrusted_ && grantWorks_; }
+  int promptCount() const { return promptCount_; }
+
+ private:
+  bool isTrusted_ = true;
+  bool grantWorks_ = true;
+  int promptCount_ = 0;
+};
+
+}  // namespace zephyx

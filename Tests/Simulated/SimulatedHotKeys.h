@@ -1,0 +1,43 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <set>
+#include <utility>
+
+#include "Platform/HotKeys.h"
+
+namespace zephyx {
+
+class SimulatedDispatch;
+
+class SimulatedHotKeys final : public HotKeys {
+ public:
+  using Combination = std::pair<std::uint32_t, std::uint32_t>;  ///< key code, Carbon modifiers
+
+  explicit SimulatedHotKeys(SimulatedDispatch& dispatch) : dispatch_(dispatch) {}
+
+  HotKeyRegistration registerHotKey(std::uint32_t keyCode, std::uint32_t carbonModifiers,
+                                    HotKeyIdentity identity) override;
+  Registration setPressedHandler(std::function<void(HotKeyIdentity)> handler) override;
+
+  /// Another program takes a combination, or gives it back.
+  void otherProgramClaims(Combination combination) { claimed_.insert(combination); }
+  void otherProgramReleases(Combination combination) { claimed_.erase(combination); }
+  /// Keys that this machine does not have.
+  void removeKey(std::uint32_t keyCode) { missingKeys_.insert(keyCode); }
+
+  /// The user presses a combination; true when it was somebody's hot key.
+  bool press(Combination combination);
+  const std::map<Combination, HotKeyIdentity>& registered() const { return *registered_; }
+
+ private:
+  SimulatedDispatch& dispatch_;
+  std::set<Combination> claimed_;
+  std::set<std::uint32_t> missingKeys_;
+  std::shared_ptr<std::map<Combination, HotKeyIdentity>> registered_ =
+      std::make_shared<std::map<Combination, HotKeyIdentity>>();
+  std::shared_ptr<std::function<void(HotKeyIdentity)>> handler_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,57 @@
+#include "Tests/Simulated/SimulatedKeyboard.h"
+
+#include "Tests/Simulated/SimulatedAccessibility.h"
+#include "Tests/Simulated/SimulatedApplication.h"
+#include "Tests/Simulated/SimulatedDispatch.h"
+#include "Tests/Simulated/SimulatedEventMonitors.h"
+#include "Tests/Simulated/SimulatedHotKeys.h"
+#include "Tests/Simulated/SimulatedPreviewPanel.h"
+#include "Tests/Simulated/SimulatedWindow.h"
+#include "Tests/Simulated/SimulatedWorkspace.h"
+
+namespace zephyx {
+namespace {
+
+std::uint32_t carbonModifiers(std::uint64_t flags) {
+  std::uint32_t carbon = 0;
+  if (flags & eventModifier::command) carbon |= carbonModifier::command;
+  if (flags & eventModifier::shift) carbon |= carbonModifier::shift;
+  if (flags & eventModifier::option) carbon |= carbonModifier::option;
+  if (flags & eventModifier::control) carbon |= carbonModifier::control;
+  return carbon;
+}
+
+}  // namespace
+
+bool SimulatedKeyboard::postKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  machine_.dispatch.requireMainThread("postKey");
+  if (!canPost_) return false;
+  posted_.push_back({keyCode, modifierFlags});
+  if (!machine_.accessibility.eventsArrive()) return true;
+  machine_.dispatch.mainQueue().async(
+      [this, keyCode, modifierFlags] { travel(keyCode, modifierFlags); });
+  return true;
+}
+
+void SimulatedKeyboard::press(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  travel(keyCode, modifierFlags | held_);
+}
+
+void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  if (machine_.hotKeys.press({keyCode, carbonModifiers(modifierFlags)})) return;
+  if (!machine_.workspace.hostIsInFront()) {
+    if (const auto& target = machine_.workspace.frontmost()) {
+      target->receiveKey(keyCode, modifierFlags);
+    }
+    return;
+  }
+  const Event event{EventType::keyDown, modifierFlags, keyCode};
+  if (!machine_.eventMonitors.deliver(event)) return;
+  if (const auto window = machine_.application.simulatedKeyWindow()) {
+    window->receivedKeys.push_back(event);
+  } else {
+    machine_.previewPanel.receive(event);
+  }
+}
+
+}  // namespace zephyx

@@ -1,0 +1,65 @@
+#include "Tests/Simulated/SimulatedPlatform.h"
+
+#include "Tests/Simulated/SimulatedDesktop.h"
+
+namespace zephyx {
+
+Accessibility& SimulatedPlatform::accessibility() {
+  return desktop_.accessibility;
+}
+Application& SimulatedPlatform::application() {
+  return desktop_.application;
+}
+Directories& SimulatedPlatform::directories() {
+  return desktop_.directories;
+}
+Dispatch& SimulatedPlatform::dispatch() {
+  return desktop_.dispatch;
+}
+EventMonitors& SimulatedPlatform::eventMonitors() {
+  return desktop_.eventMonitors;
+}
+EventPoster& SimulatedPlatform::eventPoster() {
+  return desktop_.keyboard;
+}
+FlutterEngines& SimulatedPlatform::flutterEngines() {
+  return desktop_.engines;
+}
+HotKeys& SimulatedPlatform::hotKeys() {
+  return desktop_.hotKeys;
+}
+Images& SimulatedPlatform::images() {
+  return desktop_.images;
+}
+KeyboardLayout& SimulatedPlatform::keyboardLayout() {
+  return desktop_.keyboardLayout;
+}
+NotificationCenter& SimulatedPlatform::defaultNotificationCenter() {
+  return desktop_.defaultCenter;
+}
+NotificationCenter& SimulatedPlatform::workspaceNotificationCenter() {
+  return desktop_.workspaceCenter;
+}
+Pasteboard& SimulatedPlatform::pasteboard() {
+  return desktop_.pasteboard;
+}
+PreviewPanel& SimulatedPlatform::previewPanel() {
+  return desktop_.previewPanel;
+}
+Screens& SimulatedPlatform::screens() {
+  return desktop_.screens;
+}
+StatusBar& SimulatedPlatform::statusBar() {
+  return desktop_.statusBar;
+}
+SystemLog& SimulatedPlatform::systemLog() {
+  return desktop_.systemLog;
+}
+UserDefaults& SimulatedPlatform::userDefaults() {
+  return desktop_.userDefaults;
+}
+Workspace& SimulatedPlatform::workspace() {
+  return desktop_.workspace;
+}
+
+}  // namespace zephyx

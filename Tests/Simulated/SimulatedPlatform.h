@@ -1,0 +1,38 @@
+#pragma once
+
+#include "Platform/Platform.h"
+
+namespace zephyx {
+
+class SimulatedDesktop;
+
+/// The services of a simulated desktop, as the host sees them.
+class SimulatedPlatform final : public Platform {
+ public:
+  explicit SimulatedPlatform(SimulatedDesktop& desktop) : desktop_(desktop) {}
+
+  Accessibility& accessibility() override;
+  Application& application() override;
+  Directories& directories() override;
+  Dispatch& dispatch() override;
+  EventMonitors& eventMonitors() override;
+  EventPoster& eventPoster() override;
+  FlutterEngines& flutterEngines() override;
+  HotKeys& hotKeys() override;
+  Images& images() override;
+  KeyboardLayout& keyboardLayout() override;
+  NotificationCenter& defaultNotificationCenter() override;
+  NotificationCenter& workspaceNotificationCenter() override;
+  Pasteboard& pasteboard() override;
+  PreviewPanel& previewPanel() override;
+  Screens& screens() override;
+  StatusBar& statusBar() override;
+  SystemLog& systemLog() override;
+  UserDefaults& userDefaults() override;
+  Workspace& workspace() override;
+
+ private:
+  SimulatedDesktop& desktop_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,28 @@
+#include "Tests/Simulated/SimulatedRunningApplication.h"
+
+#include "Platform/Events.h"
+
+namespace zephyx {
+namespace {
+constexpr std::uint16_t keyCodeC = 8;
+}
+
+bool SimulatedRunningApplication::request(int& count) {
+  ++count;
+  if (!acceptsRequests) return false;
+  if (comesForwardAtRequest && legacyRequests + cooperativeRequests >= *comesForwardAtRequest) {
+    machine_.requestActivation(*this);
+  }
+  return true;
+}
+
+void SimulatedRunningApplication::receiveKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  if (modifierFlags == eventModifier::command) {
+    if (keyCode == keyCode::v) text += machine_.pastedString();
+    if (keyCode == keyCodeC && !selection.empty()) machine_.copyString(selection);
+  } else if (modifierFlags == 0) {
+    text += machine_.character(keyCode);
+  }
+}
+
+}  // namespace zephyx

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "Platform/FlutterEngine.h"
+
+namespace zephyx {
+
+class SimulatedEngine;
+
+class SimulatedVisualEffectView final : public VisualEffectView {
+ public:
+  void setFrame(Rect newFrame) override { frame = newFrame; }
+  void setCornerRadius(double radius) override { cornerRadius = radius; }
+  void setHidden(bool hidden) override { isHidden = hidden; }
+
+  Rect frame;
+  double cornerRadius = 0;
+  bool isHidden = true;
+};
+
+/// The picture of an engine; as large as the window that it is in.
+class SimulatedViewController final : public FlutterViewController {
+ public:
+  explicit SimulatedViewController(std::shared_ptr<SimulatedEngine> engine);
+
+  std::shared_ptr<FlutterEngine> engine() const override;
+  void makeBackgroundTransparent() override { hasTransparentBackground_ = true; }
+  Rect viewBounds() const override { return {{0, 0}, size_}; }
+  std::shared_ptr<VisualEffectView> addVisualEffectView() override;
+
+  /// For the window that shows it.
+  void setSize(Size size) { size_ = size; }
+  bool hasTransparentBackground() const { return hasTransparentBackground_; }
+  const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& effectViews() const {
+    return effectViews_;
+  }
+
+ private:
+  std::shared_ptr<SimulatedEngine> engine_;
+  Size size_;
+  bool hasTransparentBackground_ = false;
+  std::vector<std::shared_ptr<SimulatedVisualEffectView>> effectViews_;
+};
+
+}  // namespace zephyx
