@@ -4,6 +4,10 @@
 #include <cstdlib>
 #include <new>
 
+#ifdef __GLIBC__
+#include <malloc.h>
+#endif
+
 namespace {
 std::atomic<std::size_t> allocations = 0;
 }
@@ -26,7 +30,13 @@ void operator delete(void* memory, std::size_t) noexcept {
 namespace zephyx {
 
 AllocationCounter::AllocationCounter(benchmark::State& state)
-    : state_(state), start_(allocations.load()) {}
+    : state_(state), start_(allocations.load()) {
+#ifdef __GLIBC__
+  // Freed memory stays in the process. Otherwise large messages measure the kernel's page faults.
+  mallopt(M_TRIM_THRESHOLD, 1 << 30);
+  mallopt(M_MMAP_THRESHOLD, 1 << 30);
+#endif
+}
 
 AllocationCounter::~AllocationCounter() {
   state_.counters["allocations"] = benchmark::Counter(

@@ -81,8 +81,9 @@ void copyTwice(benchmark::State& state) {
   const std::string text(longTextSize, 'x');
   AllocationCounter counter(state);
   for (auto _ : state) {
-    Bytes bytes(text.begin(), text.end());
-    std::string copy(bytes.begin(), bytes.end());
+    const auto* begin = reinterpret_cast<const std::uint8_t*>(text.data());
+    const Bytes bytes(begin, begin + text.size());
+    std::string copy(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     benchmark::DoNotOptimize(copy);
   }
   state.SetBytesProcessed(state.iterations() * static_cast<std::int64_t>(longTextSize));

@@ -24,8 +24,8 @@ class Encoder {
 
   Position writeValue(Position at, const Value& value) const {
     // Most of what is sent is text, which this spares a call.
-    if (const auto* text = std::get_if<std::string>(&value.storage()))
-      return writeString(at, *text);
+    const auto* text = std::get_if<std::string>(&value.storage());
+    if (text) return writeString(at, *text);
     return writeOther(at, value);
   }
 
@@ -43,6 +43,7 @@ class Encoder {
     return std::visit([&](const auto& content) { return this->writeContent(at, content); },
                       value.storage());
   }
+
   Position writeContent(Position at, std::monostate) const {
     return writeType(at, EncodedType::null);
   }

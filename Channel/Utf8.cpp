@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 
 namespace zephyx {
 namespace {
@@ -53,34 +52,12 @@ constexpr auto steps = [] {
   return table;
 }();
 
-template <typename Word>
-Word load(const char* text) {
-  Word word;
-  std::memcpy(&word, text, sizeof word);
-  return word;
-}
-
-constexpr std::uint64_t highBits = 0x8080808080808080;
 constexpr std::size_t blockSize = 32;
 
 bool isAsciiBlock(const char* block) {
-  return ((load<std::uint64_t>(block) | load<std::uint64_t>(block + 8) |
-           load<std::uint64_t>(block + 16) | load<std::uint64_t>(block + 24)) &
-          highBits) == 0;
-}
-
-// For less than a block. The words overlap where the size is no multiple of theirs.
-bool isAsciiTail(const char* text, std::size_t size) {
-  std::uint64_t seen = 0;
-  if (size >= 8) {
-    for (std::size_t i = 0; i + 8 < size; i += 8) seen |= load<std::uint64_t>(text + i);
-    seen |= load<std::uint64_t>(text + size - 8);
-  } else if (size >= 4) {
-    seen = load<std::uint32_t>(text) | load<std::uint32_t>(text + size - 4);
-  } else {
-    for (std::size_t i = 0; i < size; ++i) seen |= static_cast<unsigned char>(text[i]);
-  }
-  return (seen & highBits) == 0;
+  return ((utf8::load<std::uint64_t>(block) | utf8::load<std::uint64_t>(block + 8) |
+           utf8::load<std::uint64_t>(block + 16) | utf8::load<std::uint64_t>(block + 24)) &
+          utf8::highBits) == 0;
 }
 
 std::uint64_t walk(std::uint64_t state, const char* text, std::size_t size) {
@@ -92,7 +69,7 @@ std::uint64_t walk(std::uint64_t state, const char* text, std::size_t size) {
 
 }  // namespace
 
-bool isValidUtf8(std::string_view text) {
+bool utf8::isValid(std::string_view text) {
   std::uint64_t state = accept;
   const char* position = text.data();
   std::size_t left = text.size();
@@ -101,7 +78,8 @@ bool isValidUtf8(std::string_view text) {
     state = walk(state, position, blockSize);
     if (state == reject) return false;
   }
-  return (state == accept && isAsciiTail(position, left)) || walk(state, position, left) == accept;
+  return (state == accept && isShortAscii({position, left})) ||
+         walk(state, position, left) == accept;
 }
 
 }  // namespace zephyx

@@ -27,7 +27,8 @@ class BackgroundQueue {
     post([work = std::make_shared<Work>(std::move(work))] { (*work)(); });
   }
 
-  /// Runs `work()` on the queue's thread, then `done(result)` on the owner's. Both may be move-only.
+  /// Runs `work()` on the queue's thread, then `done(result)` on the owner's. Both may be
+  /// move-only.
   template <typename Work, typename Done>
   void run(Work work, Done done) {
     auto task = std::make_shared<std::pair<Work, Done>>(std::move(work), std::move(done));

@@ -16,7 +16,9 @@ std::optional<std::int64_t> integerAt(const Map& map, std::string_view key) {
   return value ? value->asInteger() : std::nullopt;
 }
 
-bool continuesCharacter(char byte) { return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U; }
+bool continuesCharacter(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
 
 std::string beginningOf(std::string_view text, int characters) {
   std::size_t end = 0;

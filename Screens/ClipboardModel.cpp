@@ -30,8 +30,8 @@ QString detail(const ClipboardEntry& entry, std::int64_t now) {
   parts << ageText(entry.copiedAtEpochMs, now);
   if (entry.width && entry.height)
     parts << QStringLiteral("%1 × %2").arg(*entry.width).arg(*entry.height);
-  const std::int64_t bytes = entry.byteSize.value_or(
-      entry.textBytes >= worthTellingBytes ? entry.textBytes : 0);
+  const std::int64_t bytes =
+      entry.byteSize.value_or(entry.textBytes >= worthTellingBytes ? entry.textBytes : 0);
   if (bytes > 0) parts << QLocale::c().formattedDataSize(bytes, 1, QLocale::DataSizeSIFormat);
   return parts.join(QStringLiteral("  ·  "));
 }
@@ -47,7 +47,7 @@ int ClipboardModel::rowCount(const QModelIndex& parent) const {
 }
 
 QHash<int, QByteArray> ClipboardModel::roleNames() const {
-  return {{kindRole, "kind"},       {previewRole, "preview"}, {detailRole, "detail"},
+  return {{kindRole, "kind"},           {previewRole, "preview"}, {detailRole, "detail"},
           {thumbnailRole, "thumbnail"}, {appIconRole, "appIcon"}, {pinnedRole, "pinned"},
           {hasFileRole, "hasFile"}};
 }

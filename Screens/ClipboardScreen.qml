@@ -1,7 +1,7 @@
 import QtQuick
 import Zephyx.Screens
 
-Item {
+FocusScope {
     id: root
 
     required property ClipboardController screen
@@ -20,6 +20,8 @@ Item {
     focus: true
 
     onCardsChanged: Qt.callLater(reportCards)
+    // So that the next showing does not begin with a glimpse of the last.
+    Window.onVisibilityChanged: if (Window.visibility === Window.Hidden) begin()
     Component.onCompleted: { reportCards(); begin() }
 
     function frameOf(card) { return Qt.rect(card.x, card.y, card.width, card.height) }
@@ -28,6 +30,7 @@ Item {
     function begin() {
         confirmsClearing = false
         search.input.clear()
+        screen.filter = ""
         list.currentIndex = 0
         list.positionViewAtBeginning()
         search.input.forceActiveFocus()
@@ -154,6 +157,7 @@ Item {
                 leftMargin: 14; rightMargin: 14; topMargin: 11
             }
             placeholder: "Type to search"
+            input.focus: true
             onTextChanged: root.screen.searchText = text
             input.Keys.onPressed: event => root.handleKey(event)
         }

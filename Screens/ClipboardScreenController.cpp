@@ -40,7 +40,9 @@ const std::string* replyText(const MethodReply& reply) {
   return value ? value->asString() : nullptr;
 }
 
-bool succeeded(const MethodReply& reply) { return std::holds_alternative<Value>(reply); }
+bool succeeded(const MethodReply& reply) {
+  return std::holds_alternative<Value>(reply);
+}
 
 }  // namespace
 
@@ -59,9 +61,8 @@ ClipboardScreenController::ClipboardScreenController(ScreenServices services)
   loadFirstPage();
   queue_.run([this] { store().sweepImages(); });
   removePreview();
-  channel_.setMethodCallHandler([this](const MethodCall& call, MethodResult result) {
-    handle(call, std::move(result));
-  });
+  channel_.setMethodCallHandler(
+      [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); });
 }
 
 ClipboardScreenController::~ClipboardScreenController() {
@@ -69,7 +70,9 @@ ClipboardScreenController::~ClipboardScreenController() {
   removePreview();
 }
 
-ClipboardStore& ClipboardScreenController::store() { return *store_; }
+ClipboardStore& ClipboardScreenController::store() {
+  return *store_;
+}
 
 void ClipboardScreenController::handle(const MethodCall& call, MethodResult result) {
   if (call.method == entryCapturedMethod) {
@@ -272,7 +275,8 @@ void ClipboardScreenController::removePreview() {
 void ClipboardScreenController::openLink(int row) {
   const ClipboardEntry* entry = model_.entry(row);
   if (!entry || entry->kind != "url") return;
-  withText(*entry, [this](std::string url) { channel_.invokeMethod(openUrlMethod, std::move(url)); });
+  withText(*entry,
+           [this](std::string url) { channel_.invokeMethod(openUrlMethod, std::move(url)); });
 }
 
 void ClipboardScreenController::showInFileManager(int row) {
@@ -283,12 +287,13 @@ void ClipboardScreenController::showInFileManager(int row) {
 void ClipboardScreenController::togglePinned(int row) {
   const ClipboardEntry* entry = model_.entry(row);
   if (!entry) return;
-  queue_.run([this, id = entry->id, pinned = !entry->pinned] { return store().setPinned(id, pinned); },
-             guard_.wrap([this, id = entry->id, pinned = !entry->pinned](bool done) {
-               if (!done) return setMessage(tr(gone));
-               model_.setPinned(id, pinned);
-               if (query_.pinnedOnly && !pinned) model_.remove(id);
-             }));
+  queue_.run(
+      [this, id = entry->id, pinned = !entry->pinned] { return store().setPinned(id, pinned); },
+      guard_.wrap([this, id = entry->id, pinned = !entry->pinned](bool done) {
+        if (!done) return setMessage(tr(gone));
+        model_.setPinned(id, pinned);
+        if (query_.pinnedOnly && !pinned) model_.remove(id);
+      }));
 }
 
 void ClipboardScreenController::remove(int row) {
@@ -308,9 +313,13 @@ void ClipboardScreenController::clearHistory() {
   }));
 }
 
-void ClipboardScreenController::hidePanel() { channel_.invokeMethod(hidePanelMethod); }
+void ClipboardScreenController::hidePanel() {
+  channel_.invokeMethod(hidePanelMethod);
+}
 
-void ClipboardScreenController::startWindowDrag() { channel_.invokeMethod(startWindowDragMethod); }
+void ClipboardScreenController::startWindowDrag() {
+  channel_.invokeMethod(startWindowDragMethod);
+}
 
 void ClipboardScreenController::requestPermission() {
   channel_.invokeMethod(requestAccessibilityMethod, {},

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QVariantList>
-#include <QtQml/qqmlregistration.h>
 #include <atomic>
 #include <cstdint>
 #include <functional>

@@ -1,15 +1,17 @@
 #include "Screens/FilePanel.h"
 
+#include <QtCore/QStandardPaths>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <QtWidgets/QFileDialog>
 
 namespace zephyx {
 
-FilePanel::~FilePanel() { delete dialog_; }
+FilePanel::~FilePanel() {
+  delete dialog_;
+}
 
-void FilePanel::chooseForSaving(const QString& title, const QString& suggestedName,
-                                Chosen chosen) {
+void FilePanel::chooseForSaving(const QString& title, const QString& suggestedName, Chosen chosen) {
   QFileDialog* dialog = begin(title, std::move(chosen));
   if (!dialog) return;
   dialog->setAcceptMode(QFileDialog::AcceptSave);
@@ -36,6 +38,7 @@ QFileDialog* FilePanel::begin(const QString& title, Chosen chosen) {
   dialog_->setAttribute(Qt::WA_DeleteOnClose);
   dialog_->setOption(QFileDialog::DontUseNativeDialog);
   dialog_->setNameFilters({QStringLiteral("Notes (*.json)"), QStringLiteral("All files (*)")});
+  dialog_->setDirectory(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
   dialog_->setDefaultSuffix(QStringLiteral("json"));
   // A child of the window that asks, so that window managers keep it in front of that window.
   if (QWindow* asking = QGuiApplication::focusWindow()) {

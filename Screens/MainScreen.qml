@@ -1,14 +1,13 @@
 import QtQuick
 import Zephyx.Screens
 
-Rectangle {
+FocusScope {
     id: root
 
     required property MainController screen
 
     implicitWidth: 900
     implicitHeight: 600
-    color: Theme.window
     focus: true
 
     Window.onActiveChanged: if (!Window.active) screen.save()
@@ -35,6 +34,11 @@ Rectangle {
     Connections {
         target: root.screen
         function onPageChanged() { if (!root.screen.showsSettings) editor.take() }
+    }
+
+    Rectangle {
+        anchors.fill: parent
+        color: Theme.window
     }
 
     Card {

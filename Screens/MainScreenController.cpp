@@ -59,9 +59,8 @@ MainScreenController::MainScreenController(ScreenServices services)
       tell(tr("Notes cannot be written here and last only until the program ends."));
       break;
   }
-  channel_.setMethodCallHandler(guard_.wrap([this](const MethodCall& call, MethodResult result) {
-    handle(call, std::move(result));
-  }));
+  channel_.setMethodCallHandler(guard_.wrap(
+      [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); }));
 }
 
 MainScreenController::~MainScreenController() {
@@ -230,7 +229,8 @@ void MainScreenController::importFrom(const QString& path) {
   setSearchText({});
   reload();
   if (current_.id == 0 && current_.text.isEmpty()) openNote(0);
-  tell(*added == 0 ? tr("These notes are all here already.") : tr("%1 imported.").arg(counted(*added)));
+  tell(*added == 0 ? tr("These notes are all here already.")
+                   : tr("%1 imported.").arg(counted(*added)));
 }
 
 void MainScreenController::tell(const QString& message) {
@@ -239,7 +239,9 @@ void MainScreenController::tell(const QString& message) {
   emit messageChanged();
 }
 
-void MainScreenController::dismissMessage() { tell({}); }
+void MainScreenController::dismissMessage() {
+  tell({});
+}
 
 void MainScreenController::quit() {
   save();

@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QTimer>
-#include <QtQml/qqmlregistration.h>
 #include <optional>
 
 #include "Channel/MethodChannel.h"

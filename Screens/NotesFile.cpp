@@ -48,8 +48,8 @@ std::variant<std::vector<Note>, QString> readNotesFile(const QString& path) {
     const QJsonObject object = value.toObject();
     if (!object["text"].isString())
       return named("“%1” holds something that is not a note. Nothing was imported.", path);
-    notes.push_back({.text = object["text"].toString(),
-                     .modifiedEpochMs = object["modified"].toInteger(now)});
+    notes.push_back(
+        {.text = object["text"].toString(), .modifiedEpochMs = object["modified"].toInteger(now)});
   }
   return notes;
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtCore/QAbstractListModel>
 #include <QtQml/qqmlregistration.h>
+#include <QtCore/QAbstractListModel>
 #include <vector>
 
 #include "Screens/Note.h"

@@ -36,7 +36,8 @@ bool writePrivateFile(const std::string& path, std::string_view contents) {
                           S_IRUSR | S_IWUSR);
   if (file < 0) return false;
   const bool written = ::fchmod(file, S_IRUSR | S_IWUSR) == 0 && writeAll(file, contents);
-  const bool kept = ::close(file) == 0 && written && std::rename(temporary.c_str(), path.c_str()) == 0;
+  const bool kept =
+      ::close(file) == 0 && written && std::rename(temporary.c_str(), path.c_str()) == 0;
   if (!kept) ::unlink(temporary.c_str());
   return kept;
 }

@@ -24,7 +24,9 @@ class Program final : public ScreenProgram {
   QUrl view_;
 };
 
-QUrl view(const char* file) { return QUrl(QLatin1String("qrc:/qt-project.org/imports/Zephyx/Screens/") + file); }
+QUrl view(const char* file) {
+  return QUrl(QLatin1String("qrc:/qt-project.org/imports/Zephyx/Screens/") + file);
+}
 
 void prepareToolkit() {
   static const bool once = [] {

@@ -110,7 +110,8 @@ void ScreenSettings::clearSettingsShortcut() {
 
 void ScreenSettings::countShortcutUse(std::int64_t id) {
   const std::string key = shortcutUseKey + std::to_string(id);
-  const auto count = QByteArray::fromStdString(userDefaults_.string(key).value_or("0")).toLongLong();
+  const auto count =
+      QByteArray::fromStdString(userDefaults_.string(key).value_or("0")).toLongLong();
   userDefaults_.setString(key, std::to_string(count + 1));
 }
 

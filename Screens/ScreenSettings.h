@@ -1,8 +1,8 @@
 #pragma once
 
+#include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QString>
-#include <QtQml/qqmlregistration.h>
 #include <cstdint>
 
 namespace zephyx {

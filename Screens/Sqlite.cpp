@@ -62,7 +62,8 @@ SqliteStatement& SqliteStatement::bindOptional(int index, const std::optional<st
   return *this;
 }
 
-SqliteStatement& SqliteStatement::bindOptional(int index, const std::optional<std::int64_t>& value) {
+SqliteStatement& SqliteStatement::bindOptional(int index,
+                                               const std::optional<std::int64_t>& value) {
   if (value) return bind(index, *value);
   sqlite3_bind_null(statement_.get(), index + 1);
   return *this;
@@ -101,7 +102,9 @@ std::string_view SqliteStatement::bytes(int column) const {
   return {static_cast<const char*>(data), static_cast<std::size_t>(length)};
 }
 
-std::string SqliteStatement::text(int column) const { return std::string(bytes(column)); }
+std::string SqliteStatement::text(int column) const {
+  return std::string(bytes(column));
+}
 
 std::optional<std::string> SqliteStatement::optionalText(int column) const {
   if (sqlite3_column_type(statement_.get(), column) == SQLITE_NULL) return std::nullopt;
@@ -113,7 +116,9 @@ std::optional<std::int64_t> SqliteStatement::optionalInteger(int column) const {
   return integer(column);
 }
 
-void Sqlite::Close::operator()(sqlite3* connection) const { sqlite3_close_v2(connection); }
+void Sqlite::Close::operator()(sqlite3* connection) const {
+  sqlite3_close_v2(connection);
+}
 
 std::unique_ptr<Sqlite> Sqlite::open(const std::string& path) {
   const bool inMemory = path == ":memory:";
@@ -131,7 +136,9 @@ std::unique_ptr<Sqlite> Sqlite::open(const std::string& path) {
   return database;
 }
 
-std::unique_ptr<Sqlite> Sqlite::openInMemory() { return open(":memory:"); }
+std::unique_ptr<Sqlite> Sqlite::openInMemory() {
+  return open(":memory:");
+}
 
 bool Sqlite::execute(const char* sql) {
   return sqlite3_exec(connection_.get(), sql, nullptr, nullptr, nullptr) == SQLITE_OK;
@@ -147,7 +154,9 @@ std::int64_t Sqlite::lastInsertedRow() const {
   return sqlite3_last_insert_rowid(connection_.get());
 }
 
-std::int64_t Sqlite::changedRows() const { return sqlite3_changes64(connection_.get()); }
+std::int64_t Sqlite::changedRows() const {
+  return sqlite3_changes64(connection_.get());
+}
 
 SqliteTransaction::SqliteTransaction(Sqlite& database)
     : database_(database), open_(database.execute("BEGIN IMMEDIATE")) {}

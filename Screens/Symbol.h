@@ -1,7 +1,7 @@
 #pragma once
 
-#include <QtGui/QColor>
 #include <QtQml/qqmlregistration.h>
+#include <QtGui/QColor>
 #include <QtQuick/QQuickPaintedItem>
 
 namespace zephyx {

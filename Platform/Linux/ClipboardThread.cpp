@@ -1,12 +1,15 @@
 #include "Platform/Linux/ClipboardThread.h"
 
 #include <pthread.h>
+#include <sys/resource.h>
 
 #include <iterator>
 #include <utility>
 
 namespace zephyx {
 namespace {
+
+constexpr int busyMachineNiceness = -10;
 
 // A question that is dropped unanswered breaks its promise.
 template <typename Result>
@@ -28,6 +31,9 @@ ClipboardThread::ClipboardThread() {
   }
   thread_ = std::thread([this, worker = std::move(worker)] {
     pthread_setname_np(pthread_self(), "clipboard");
+    // A copy can be read until the next one is made. Where the user may, be there first when the
+    // machine is busy; where not, nothing changes.
+    setpriority(PRIO_PROCESS, 0, busyMachineNiceness);
     run(*worker);
   });
 }

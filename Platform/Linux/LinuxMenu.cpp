@@ -31,6 +31,32 @@ constexpr ModifierName modifierNames[] = {
     {eventModifier::command, Qt::MetaModifier, "Super+"},
 };
 
+struct KeyName {
+  char16_t character;
+  const char* name;
+};
+/// Key equivalents that are not characters to be printed, named as the toolkit names the keys.
+constexpr KeyName keyNames[] = {
+    {u' ', "Space"},  {u'\t', "Tab"},  {u'\r', "Return"}, {u'\x1b', "Esc"},   {u'\b', "Backspace"},
+    {u'\x7f', "Del"}, {0xF700, "Up"},  {0xF701, "Down"},  {0xF702, "Left"},   {0xF703, "Right"},
+    {0xF729, "Home"}, {0xF72B, "End"}, {0xF72C, "PgUp"},  {0xF72D, "PgDown"},
+};
+constexpr char16_t firstFunctionKey = 0xF704;
+constexpr char16_t lastFunctionKey = 0xF726;
+
+QString keyName(const std::string& keyEquivalent) {
+  const auto text = QString::fromStdString(keyEquivalent);
+  if (text.size() != 1) return text.toUpper();
+  const char16_t character = text[0].unicode();
+  for (const auto& each : keyNames) {
+    if (each.character == character) return QLatin1String(each.name);
+  }
+  if (character >= firstFunctionKey && character <= lastFunctionKey) {
+    return QStringLiteral("F%1").arg(character - firstFunctionKey + 1);
+  }
+  return text.toUpper();
+}
+
 Qt::KeyboardModifiers modifiersOf(std::uint64_t mask) {
   Qt::KeyboardModifiers modifiers;
   for (const auto& each : modifierNames) {
@@ -57,8 +83,8 @@ class LinuxMenu::KeyEquivalents final : public QObject {
       const auto& wanted = row.item->properties();
       if (wanted.keyEquivalent.empty() || wanted.isHidden) continue;
       if (pressed != modifiersOf(wanted.keyEquivalentModifierMask)) continue;
-      const auto key = QString::fromStdString(wanted.keyEquivalent).toUpper();
-      if (QKeySequence(press->key()).toString(QKeySequence::PortableText) != key) continue;
+      const auto key = QKeySequence(press->key()).toString(QKeySequence::PortableText);
+      if (key != keyName(wanted.keyEquivalent)) continue;
       menu_.close();
       row.action->trigger();
       return true;
@@ -105,7 +131,7 @@ void LinuxMenu::show(const MenuItem& item, QAction& action) {
   auto title = QString::fromStdString(properties.title);
   title.replace(QLatin1Char('&'), QLatin1String("&&"));
   const auto hint = shortcutHint(properties);
-  if (!hint.empty()) title += QLatin1Char('\t') + QString::fromStdString(hint);
+  if (!hint.empty()) title += QStringLiteral("\t\u2003") + QString::fromStdString(hint);
   action.setText(title);
   action.setCheckable(properties.isOn);
   action.setChecked(properties.isOn);
@@ -117,7 +143,7 @@ std::string LinuxMenu::shortcutHint(const MenuItem::Properties& properties) {
   for (const auto& each : modifierNames) {
     if (properties.keyEquivalentModifierMask & each.flag) hint += each.name;
   }
-  return hint + QString::fromStdString(properties.keyEquivalent).toUpper().toStdString();
+  return hint + keyName(properties.keyEquivalent).toStdString();
 }
 
 void LinuxMenu::popUp(QPoint position) {

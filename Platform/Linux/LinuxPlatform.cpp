@@ -65,7 +65,7 @@ struct LinuxPlatform::Services {
   LinuxScreens screens{*watch};
   LinuxEventMonitors eventMonitors;
   WindowHints windowHints{*watch};
-  LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints};
+  LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
   LinuxStatusBar statusBar;
   LinuxFlutterEngines flutterEngines{dispatch, userDefaults, directories, *watch};
   LinuxApplication application{*watch, defaultCenter, *instance, windowHints};

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "Platform/Dispatch.h"
+#include "Platform/Linux/DesktopWatch.h"
 #include "Platform/Linux/PreviewContent.h"
 #include "Platform/Linux/PreviewWindow.h"
 #include "Platform/Linux/ToolkitEventTranslation.h"
@@ -27,8 +28,8 @@ QRect placeUnderPointer() {
 }  // namespace
 
 LinuxPreviewPanel::LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center,
-                                     WindowHints& hints)
-    : dispatch_(dispatch), center_(center), hints_(hints) {}
+                                     WindowHints& hints, const DesktopWatch& watch)
+    : dispatch_(dispatch), center_(center), hints_(hints), watch_(watch) {}
 
 LinuxPreviewPanel::~LinuxPreviewPanel() = default;
 
@@ -75,6 +76,7 @@ void LinuxPreviewPanel::show(const PreviewContent& content) {
 void LinuxPreviewPanel::makeKeyAndOrderFront() {
   if (!isVisible()) {
     reloadData();
+    window_->setRounded(watch_.composited());
     // Above the window that it was opened from, whatever is clicked.
     auto* opener = QGuiApplication::focusWindow();
     window_->winId();

@@ -12,6 +12,7 @@ class QKeyEvent;
 namespace zephyx {
 
 struct PreviewContent;
+class DesktopWatch;
 class Dispatch;
 class LocalNotificationCenter;
 class PreviewWindow;
@@ -20,7 +21,8 @@ class WindowHints;
 /// The preview in a window of its own, made when it is first shown.
 class LinuxPreviewPanel final : public PreviewPanel {
  public:
-  LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center, WindowHints& hints);
+  LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center, WindowHints& hints,
+                    const DesktopWatch& watch);
   ~LinuxPreviewPanel() override;
 
   void setController(PreviewPanelController* controller) override { controller_ = controller; }
@@ -39,6 +41,7 @@ class LinuxPreviewPanel final : public PreviewPanel {
   Dispatch& dispatch_;
   LocalNotificationCenter& center_;
   WindowHints& hints_;
+  const DesktopWatch& watch_;
   PreviewPanelController* controller_ = nullptr;
   int level_ = 0;
   std::uint64_t load_ = 0;  ///< number of the newest one: a slower older one must not replace it

@@ -9,6 +9,7 @@
 namespace zephyx {
 namespace {
 
+constexpr int trayDelayMilliseconds = 40;
 constexpr int retryMilliseconds = 20;
 constexpr int maximumAttempts = 25;
 
@@ -39,8 +40,8 @@ LinuxStatusItem::LinuxStatusItem() : tray_([this](QPoint position) { clicked(pos
   retry_.setSingleShot(true);
   retry_.setInterval(retryMilliseconds);
   QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { openWhenInputIsFree(); });
-  // The windows come first; the tray has its own pace anyway.
-  QTimer::singleShot(0, &tray_, [this] { tray_.start(); });
+  // The first window is drawn first; a tray shows what comes to it when it gets to it.
+  QTimer::singleShot(trayDelayMilliseconds, &tray_, [this] { tray_.start(); });
 }
 
 void LinuxStatusItem::setImage(const std::string& symbol,

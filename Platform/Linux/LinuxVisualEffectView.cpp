@@ -10,7 +10,7 @@ namespace {
 constexpr const char* cardSource = R"(import QtQuick
 Rectangle {
   z: -1
-  color: desktop.composited ? "#d9101014" : "#17171b"
+  color: desktop.composited ? "#dc15161a" : "#1d1d22"
   border { width: 1; color: "#26ffffff" }
   antialiasing: true
 })";

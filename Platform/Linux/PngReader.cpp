@@ -44,7 +44,7 @@ QImage PngReader::read(std::uint64_t maximumPixels) {
 // would have to be destroyed on the way.
 
 bool PngReader::readHeader(std::uint64_t maximumPixels) {
-  if (setjmp(png_jmpbuf(png_))) return false;
+  if (setjmp(png_jmpbuf(png_))) return false;  // NOLINT(cert-err52-cpp): the library's interface
   png_set_read_fn(png_, this, readBytes);
   // The checksums of the stream that stands in for the file's own are checked by its maker.
   png_set_option(png_, PNG_IGNORE_ADLER32, PNG_OPTION_ON);
@@ -64,7 +64,7 @@ bool PngReader::readHeader(std::uint64_t maximumPixels) {
 }
 
 bool PngReader::readPixels(QImage& image) {
-  if (setjmp(png_jmpbuf(png_))) return false;
+  if (setjmp(png_jmpbuf(png_))) return false;  // NOLINT(cert-err52-cpp): the library's interface
   for (int pass = 0; pass < passes_; ++pass) {
     for (int y = 0; y < image.height(); ++y) png_read_row(png_, image.scanLine(y), nullptr);
   }

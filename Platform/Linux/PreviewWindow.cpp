@@ -176,8 +176,8 @@ void PreviewWindow::paintEvent(QPaintEvent*) {
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QColor(0x4a, 0x4a, 0x54));
   painter.setBrush(QColor(0x26, 0x26, 0x2b));
-  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), cornerRadius,
-                          cornerRadius);
+  const double radius = isRounded_ ? cornerRadius : 0;
+  painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
 }
 
 }  // namespace zephyx

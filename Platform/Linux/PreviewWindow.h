@@ -16,6 +16,8 @@ class PreviewWindow final : public QWidget {
  public:
   PreviewWindow();
 
+  /// Rounded corners need a compositor.
+  void setRounded(bool rounded) { isRounded_ = rounded; }
   /// Shows `content`, in a size that fits it and `available`, centred there.
   void setContent(const PreviewContent& content, const QRect& available);
   /// The largest picture that `available` has room for.
@@ -35,6 +37,7 @@ class PreviewWindow final : public QWidget {
  private:
   QSize showContent(const PreviewContent& content, QSize limit);
 
+  bool isRounded_ = false;
   QLabel* name_;
   QLabel* details_;
   QStackedWidget* pages_;

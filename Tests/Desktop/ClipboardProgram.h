@@ -5,9 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
-#include <list>
 #include <map>
-#include <memory>
 #include <mutex>
 #include <string>
 #include <thread>

@@ -199,6 +199,12 @@ WindowId DesktopWindows::selectionOwner(const std::string& selection) const {
   return reply ? reply->owner : 0;
 }
 
+WindowId DesktopWindows::parentOf(WindowId window) const {
+  const auto tree =
+      owned(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, window), nullptr));
+  return tree ? tree->parent : 0;
+}
+
 bool DesktopWindows::isGrabbedByOthers(std::uint8_t keyCode, std::uint16_t modifiers) const {
   const auto cookie = xcb_grab_key_checked(connection_, 1, root_, modifiers, keyCode,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
@@ -210,7 +216,8 @@ bool DesktopWindows::isGrabbedByOthers(std::uint8_t keyCode, std::uint16_t modif
 }
 
 std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
-  const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+  // GTK answers to those who watch the root's children, Qt to those who watch the root itself.
+  const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
   xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &events);
   static std::uint32_t serial = 1000;
   const std::uint32_t number = ++serial;

@@ -64,6 +64,7 @@ class DesktopWindows {
   bool hasProperty(WindowId window, const std::string& name) const;
   WindowId root() const { return root_; }
   WindowId selectionOwner(const std::string& selection) const;
+  WindowId parentOf(WindowId window) const;
   /// The process behind a window, by the server's own knowledge.
   pid_t processOf(WindowId window) const;
   /// True when another client has the key with these X modifiers: the server refuses it to us.

@@ -1,5 +1,6 @@
 #include <xcb/xcb.h>
 
+#include <QtWidgets/QMenu>
 #include <algorithm>
 
 #include "Platform/Events.h"
@@ -197,6 +198,18 @@ TEST_F(InputPasteTest, TypesTheChordsOfTerminals) {
   EXPECT_FALSE(poster_->postKey(8, eventModifier::command));
   input().type("alive");
   EXPECT_TRUE(arrives(xterm, "alive"));
+}
+
+TEST_F(InputPasteTest, ReachesTheProgramInFrontWhileAMenuOfThisProgramIsOpen) {
+  TargetProgram target(desktop(), Kind::Qt);
+  QMenu menu;
+  menu.addAction("Row");
+  menu.popup(QPoint(600, 400));
+  ASSERT_TRUE(pumpUntil([&] { return menu.isVisible() && menu.isActiveWindow(); }));
+  pumpAll();
+  copy("past the menu");
+  paste();
+  EXPECT_TRUE(arrives(target, "past the menu"));
 }
 
 TEST_F(InputPasteTest, IsPermittedWhereTheServerLetsProgramsType) {

@@ -28,7 +28,7 @@ class InputTest : public testing::Test {
   /// Handles everything that the server had to say up to now.
   static void pumpAll();
 
-  /// Arguments of setxkbmap; the second layout is in effect with `group` 1.
+  /// Arguments of setxkbmap, none to keep the layouts; the second one is in effect with `group` 1.
   void setLayout(const std::vector<std::string>& arguments, unsigned group = 0);
 
   VirtualDesktopOptions options_;

@@ -51,9 +51,12 @@ std::optional<DesktopWindow> ZephyxProcess::panel() const {
 }
 
 std::optional<DesktopWindow> ZephyxProcess::trayIcon() const {
-  for (auto& window : desktop_.windows().viewable())
-    if (window.pid == pid() && desktop_.windows().hasProperty(window.id, "_XEMBED_INFO"))
-      return window;
+  const auto& windows = desktop_.windows();
+  for (auto& window : windows.viewable()) {
+    if (window.pid != pid() || window.width > 64 || window.height > 64) continue;
+    const pid_t host = windows.processOf(windows.parentOf(window.id));
+    if (host != pid() && windows.parentOf(window.id) != windows.root()) return window;
+  }
   return std::nullopt;
 }
 

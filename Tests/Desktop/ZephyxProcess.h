@@ -28,6 +28,7 @@ class ZephyxProcess {
 
   std::optional<DesktopWindow> mainWindow() const;
   std::optional<DesktopWindow> panel() const;
+  /// The icon, once a tray has taken it in.
   std::optional<DesktopWindow> trayIcon() const;
   /// The open menu.
   std::optional<DesktopWindow> menu() const;
@@ -41,6 +42,8 @@ class ZephyxProcess {
   static std::filesystem::path executable();
   static constexpr int panelWidth = 560;
   static constexpr int panelHeight = 720;
+  /// Inside the first entry of the list, from the panel's top.
+  static constexpr int firstEntryY = 186;
 
  private:
   VirtualDesktop& desktop_;

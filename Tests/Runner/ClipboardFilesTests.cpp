@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <regex>
 
 #include "Tests/Runner/CaptureTest.h"
 
@@ -10,6 +9,7 @@ namespace zephyx {
 namespace {
 
 namespace fs = std::filesystem;
+using testing::MatchesRegex;
 
 constexpr const char* uuid = "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}";
 
@@ -62,9 +62,7 @@ TEST_F(ClipboardFilesTest, APictureIsStoredAsPngWithAThumbnailUnderOneIdentifier
   ASSERT_TRUE(entry);
   const auto blob = text(*entry, "imageBlobPath");
   const auto thumbnail = text(*entry, "thumbnailPath");
-  EXPECT_TRUE(
-      std::regex_match(blob, std::regex(support() + "/clipboard_blobs/" + uuid + R"(\.png)")))
-      << blob;
+  EXPECT_THAT(blob, MatchesRegex(support() + "/clipboard_blobs/" + uuid + "[.]png"));
   EXPECT_EQ(thumbnail,
             support() + "/clipboard_thumbs/" + fs::path(blob).stem().string() + "_thumb.png");
   EXPECT_EQ(contentsOf(blob), SimulatedImages::encoded({4000, 1000}));
@@ -148,8 +146,8 @@ TEST_F(ClipboardFilesTest, FilesAreDescribed) {
   EXPECT_EQ(integer(*entry, "width"), 960);
   EXPECT_EQ(integer(*entry, "height"), 480);
   EXPECT_EQ(contentsOf(text(*entry, "thumbnailPath")), SimulatedImages::encoded({240, 120}));
-  EXPECT_TRUE(std::regex_match(fs::path(text(*entry, "thumbnailPath")).filename().string(),
-                               std::regex(std::string(uuid) + R"(_thumb\.png)")));
+  EXPECT_THAT(fs::path(text(*entry, "thumbnailPath")).filename().string(),
+              MatchesRegex(std::string(uuid) + "_thumb[.]png"));
   EXPECT_FALSE(entry->find("imageBlobPath"));
 
   entry = captured({{"public.file-url", "file://" + desktop.directories.home() + "/gone.png"}});

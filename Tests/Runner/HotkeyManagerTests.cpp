@@ -29,6 +29,7 @@ class HotkeyManagerTest : public HostTest {
     return manager;
   }
   void TearDown() override {
+    manager.testUnregisterOverride = nullptr;
     manager.pauseAll();
     HostTest::TearDown();
   }

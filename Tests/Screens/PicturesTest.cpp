@@ -45,8 +45,8 @@ void fillHistory(TestWorld& world) {
   const auto web = icon("web.png", QColor(0xff, 0x8a, 0x3c));
   const auto editor = icon("editor.png", QColor(0x3c, 0xb3, 0x71));
   const auto files = icon("files.png", QColor(0x4a, 0x90, 0xe2));
-  const auto wide = paint(folder + "/clipboard_thumbs", "a_thumb.png", {240, 60}, Qt::darkCyan,
-                          Qt::darkMagenta);
+  const auto wide =
+      paint(folder + "/clipboard_thumbs", "a_thumb.png", {240, 60}, Qt::darkCyan, Qt::darkMagenta);
   const auto tall = paint(folder + "/clipboard_thumbs", "b_thumb.png", {135, 240},
                           QColor(0xff, 0xd5, 0x80), QColor(0xc0, 0x50, 0x60));
   std::string longText = "The quick brown fox jumps over the lazy dog. ";
@@ -54,8 +54,8 @@ void fillHistory(TestWorld& world) {
   const Map entries[] = {
       copied({{"type", "text"}, {"text", "Last year's entry, still here because it is pinned"}},
              "Text Editor", editor, 60 * 24 * 300),
-      copied({{"type", "text"}, {"text", "Grüße aus Köln · こんにちは · Привет · مرحبا"}}, "Mail", files,
-             60 * 24 * 3),
+      copied({{"type", "text"}, {"text", "Grüße aus Köln · こんにちは · Привет · مرحبا"}}, "Mail",
+             files, 60 * 24 * 3),
       copied({{"type", "file"},
               {"text", "invoice-2024-03.pdf"},
               {"filePath", "/home/anna/Documents/Invoices/invoice-2024-03.pdf"},
@@ -70,8 +70,9 @@ void fillHistory(TestWorld& world) {
              "Screenshot", web, 60 * 5),
       copied({{"type", "text"}, {"text", longText}}, "Text Editor", editor, 125),
       copied({{"type", "url"},
-              {"text", "https://example.org/a/rather/long/path/that/goes/on/and/on?with=query&and="
-                       "more#fragment-of-the-page"}},
+              {"text",
+               "https://example.org/a/rather/long/path/that/goes/on/and/on?with=query&and="
+               "more#fragment-of-the-page"}},
              "Web Browser", web, 47),
       copied({{"type", "file"},
               {"text", "holiday photograph.jpg"},
@@ -86,8 +87,9 @@ void fillHistory(TestWorld& world) {
       copied({{"type", "text"}, {"text", "anna@example.org"}}, "Mail", files, 6),
       copied({{"type", "url"}, {"text", "https://example.org"}}, "Web Browser", web, 2),
       copied({{"type", "text"},
-              {"text", "Dear Sir or Madam, thank you for your letter of the third of March, which "
-                       "reached us this morning; we shall answer every question in it."}},
+              {"text",
+               "Dear Sir or Madam, thank you for your letter of the third of March, which "
+               "reached us this morning; we shall answer every question in it."}},
              "Text Editor", editor, 0),
   };
   for (const Map& entry : entries) world.call("clipboardEntryCaptured", entry);
@@ -101,20 +103,32 @@ TEST(Pictures, ClipboardScreen) {
   ASSERT_TRUE(waitFor([&] { return world.child("entries")->property("count") == 11; }));
   world.press(Qt::Key_P, Qt::ControlModifier);
   world.press(Qt::Key_Down);
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("clipboard");
   world.press(Qt::Key_End);
   world.press(Qt::Key_P, Qt::ControlModifier);
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("clipboard-end");
   world.replies["clipboardCheckAccessibility"] = Value(false);
   world.call("clipboardPanelShown");
   world.press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("clipboard-permission");
   world.press(Qt::Key_Escape);
   world.type("example");
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("clipboard-search");
 }
 
@@ -128,16 +142,25 @@ TEST(Pictures, MainScreen) {
                                                               "newNote");
     world.program()->controller()->setProperty("text", QString::fromUtf8(text));
   }
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("main");
   world.call("openSettings");
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("main-settings");
   world.program()->controller()->setProperty("showsSettings", false);
   world.program()->controller()->metaObject()->invokeMethod(world.program()->controller(),
                                                             "deleteNote");
   world.click({40, 630});
-  waitFor([&, frame = 0]() mutable { world.window()->update(); return ++frame > 15; });
+  waitFor([&, frame = 0]() mutable {
+    world.window()->update();
+    return ++frame > 15;
+  });
   world.savePicture("main-menu");
 }
 

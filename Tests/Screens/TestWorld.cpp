@@ -73,7 +73,9 @@ TestWorld::TestWorld(std::string entryPoint)
   startProgram();
 }
 
-TestWorld::~TestWorld() { stopProgram(); }
+TestWorld::~TestWorld() {
+  stopProgram();
+}
 
 void TestWorld::startProgram() {
   program_ = makeScreenProgram(entryPoint_, {screen_, defaults, directories_});
@@ -168,12 +170,3 @@ Map capturedText(const std::string& text) {
 }
 
 }  // namespace zephyx
-
-int main(int argumentCount, char** arguments) {
-  // A developer may look at the tests on a real display; by default there is none.
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-  testing::InitGoogleTest(&argumentCount, arguments);
-  QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);
-  QApplication application(argumentCount, arguments);
-  return RUN_ALL_TESTS();
-}

@@ -1,0 +1,192 @@
+#include <gtest/gtest.h>
+
+#include <QtCore/QMimeData>
+#include <QtGui/QClipboard>
+#include <QtGui/QGuiApplication>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QFileDialog>
+#include <QtWidgets/QLineEdit>
+#include <fstream>
+
+#include "Screens/MainScreenController.h"
+#include "Tests/Screens/TestWorld.h"
+
+namespace zephyx {
+namespace {
+
+class MainScreenTest : public testing::Test {
+ protected:
+  MainScreenController* screen() {
+    return qobject_cast<MainScreenController*>(world.program()->controller());
+  }
+  void write(const QString& text) {
+    screen()->newNote();
+    screen()->setText(text);
+    screen()->save();
+  }
+  QStringList titles() {
+    QStringList found;
+    for (int row = 0; row < screen()->notes()->rowCount(); ++row)
+      found << screen()->notes()->index(row).data(NotesModel::titleRole).toString();
+    found.sort();  // notes of the same moment stand in no certain order
+    return found;
+  }
+  QString file(const char* name) const {
+    return QString::fromStdString(world.folder()) + '/' + QLatin1String(name);
+  }
+  QFileDialog* dialog() {
+    for (QWidget* widget : QApplication::topLevelWidgets())
+      if (auto* dialog = qobject_cast<QFileDialog*>(widget); dialog && dialog->isVisible())
+        return dialog;
+    return nullptr;
+  }
+  /// Answers the question for a file.
+  void choose(const QString& path) {
+    ASSERT_TRUE(waitFor([&] { return dialog() != nullptr; }));
+    dialog()->findChild<QLineEdit*>("fileNameEdit")->setText(path);
+    QMetaObject::invokeMethod(dialog(), "accept");
+    ASSERT_TRUE(waitFor([&] { return dialog() == nullptr; }));
+  }
+
+  TestWorld world{"main"};
+};
+
+TEST_F(MainScreenTest, SavesWhatIsTypedSoonAndShowsItAgain) {
+  ASSERT_TRUE(world.showPicture(900, 600));
+  world.type("milk");
+  ASSERT_TRUE(waitFor([&] { return titles() == QStringList{"milk"}; }));
+  world.type("s");
+  world.stopProgram();
+  world.startProgram();
+  EXPECT_EQ(titles(), QStringList{"milks"}) << "the end of the program saves";
+  EXPECT_EQ(screen()->text(), "milks");
+}
+
+TEST_F(MainScreenTest, FindsDeletesAndBringsBackNotes) {
+  write("Äpfel\nred");
+  write("Birnen\nGREEN");
+  screen()->setSearchText("äPF");
+  EXPECT_EQ(titles(), QStringList{"Äpfel"});
+  screen()->openNote(0);
+  screen()->deleteNote();
+  EXPECT_TRUE(titles().isEmpty());
+  ASSERT_TRUE(screen()->canUndo());
+  screen()->undoDelete();
+  EXPECT_EQ(titles(), (QStringList{"Birnen", "Äpfel"}));
+  EXPECT_EQ(screen()->text(), "Äpfel\nred");
+  screen()->setText(" ");
+  screen()->openNote(screen()->currentRow() == 0 ? 1 : 0);
+  EXPECT_EQ(titles(), QStringList{"Birnen"}) << "a note left without text is not kept";
+}
+
+TEST_F(MainScreenTest, PastesTheClipboardsTextAtTheCursor) {
+  QClipboard* clipboard = QGuiApplication::clipboard();
+  clipboard->setText("early ");
+  world.call("pasteIntoEditor");
+  EXPECT_EQ(screen()->text(), "early ") << "before there is a picture";
+
+  ASSERT_TRUE(world.showPicture(900, 600));
+  world.press(Qt::Key_End);
+  world.type("ac");
+  world.press(Qt::Key_Left);
+  clipboard->setText("b\nb");
+  world.call("openSettings");
+  world.call("pasteIntoEditor");
+  EXPECT_EQ(screen()->text(), "early ab\nbc");
+  EXPECT_FALSE(screen()->showsSettings());
+  world.press(Qt::Key_A, Qt::ControlModifier);
+  clipboard->setText("all");
+  world.call("pasteIntoEditor");
+  EXPECT_EQ(screen()->text(), "all");
+
+  auto image = std::make_unique<QMimeData>();
+  image->setData("image/png", "png");
+  clipboard->setMimeData(image.release());
+  world.call("pasteIntoEditor");
+  EXPECT_EQ(screen()->text(), "all");
+  clipboard->setText(QString(3'000'000, 'x'));
+  world.call("pasteIntoEditor");
+  EXPECT_EQ(screen()->text(), "all");
+  EXPECT_FALSE(screen()->message().isEmpty());
+}
+
+TEST_F(MainScreenTest, ExportsAllNotesAndImportsThemOnce) {
+  write("One\n\nwith “signs” and \t");
+  write("Two");
+  EXPECT_EQ(world.call("exportAllNotes"), MethodReply(Value()));
+  choose(file("Saved.json"));
+  ASSERT_TRUE(QFile::exists(file("Saved.json"))) << screen()->message().toStdString();
+
+  write("Three");
+  screen()->openNote(1);
+  screen()->deleteNote();
+  EXPECT_EQ(world.call("importNotes"), MethodReply(Value()));
+  choose(file("Saved.json"));
+  EXPECT_EQ(titles(), (QStringList{"One", "Three", "Two"}));
+  screen()->importFrom(file("Saved.json"));
+  EXPECT_EQ(titles().size(), 3);
+}
+
+TEST_F(MainScreenTest, SaysWhyAFileIsNoImportAndKeepsWhatIsThere) {
+  write("Kept");
+  screen()->setText("Kept, and being edited");
+  const char* const contents[] = {"", "{ half", R"({"text":"an object"})",
+                                  R"([{"text":"good"},{"title":"no text"}])", "[1]"};
+  for (const auto* content : contents) {
+    std::ofstream(file("bad.json").toStdString()) << content;
+    screen()->dismissMessage();
+    screen()->importFrom(file("bad.json"));
+    EXPECT_FALSE(screen()->message().isEmpty()) << content;
+  }
+  screen()->dismissMessage();
+  screen()->importFrom(file("missing.json"));
+  EXPECT_FALSE(screen()->message().isEmpty());
+  screen()->dismissMessage();
+  screen()->exportTo(file("no such folder/Notes.json"));
+  EXPECT_FALSE(screen()->message().isEmpty());
+  EXPECT_EQ(titles(), QStringList{"Kept, and being edited"});
+}
+
+TEST_F(MainScreenTest, AnswersTheHostsOtherMessages) {
+  EXPECT_EQ(world.call("openSettings"), MethodReply(Value()));
+  EXPECT_TRUE(screen()->showsSettings());
+  for (const Value& id : {Value(2), Value(std::int64_t{2}), Value("2"), Value()})
+    EXPECT_EQ(world.call("shortcutUsed", Map{{"id", id}}), MethodReply(Value()));
+  EXPECT_EQ(world.call("shortcutUsed", 2), MethodReply(Value()));
+  EXPECT_EQ(world.defaults.strings["flutter.shortcutUse.2"], "2");
+  EXPECT_EQ(world.call("telemetryEvent", Map{{"name", "x"}}), MethodReply(Value()));
+  EXPECT_EQ(world.call("nothingKnown"), MethodReply(NotImplemented{}));
+  screen()->quit();
+  EXPECT_TRUE(world.waitForCall("quit"));
+}
+
+TEST_F(MainScreenTest, KeepsSettingsInTheSharedPreferences) {
+  auto& strings = world.defaults.strings;
+  auto& settings = *screen()->settings();
+  EXPECT_EQ(settings.historyLimit(), 500);
+  settings.setHistoryLimit(2);
+  EXPECT_EQ(settings.historyLimit(), ScreenSettings::minimumHistoryLimit);
+  strings["flutter.clipboardHistoryLimit"] = "many";
+  EXPECT_EQ(settings.historyLimit(), 500);
+
+  EXPECT_TRUE(settings.isSettingsShortcut(Qt::Key_Comma, Qt::MetaModifier));
+  EXPECT_FALSE(settings.recordSettingsShortcut(Qt::Key_K, Qt::ShiftModifier));
+  EXPECT_FALSE(settings.recordSettingsShortcut(Qt::Key_Control, Qt::ControlModifier));
+  EXPECT_TRUE(strings["flutter.localShortcut.openSettings.v1"].empty());
+  ASSERT_TRUE(settings.recordSettingsShortcut(
+      Qt::Key_K, static_cast<int>(Qt::MetaModifier | Qt::ShiftModifier)));
+  EXPECT_EQ(strings["flutter.localShortcut.openSettings.v1"],
+            R"({"alt":false,"control":false,"keyChar":"k","meta":true,"shift":true})");
+  EXPECT_EQ(settings.settingsShortcut(), "Super+Shift+K");
+
+  ASSERT_TRUE(world.showPicture(900, 600));
+  world.press(Qt::Key_K, Qt::MetaModifier | Qt::ShiftModifier);
+  EXPECT_TRUE(screen()->showsSettings());
+  world.press(Qt::Key_Escape);
+  EXPECT_FALSE(screen()->showsSettings());
+  settings.clearSettingsShortcut();
+  EXPECT_FALSE(strings.contains("flutter.localShortcut.openSettings.v1"));
+}
+
+}  // namespace
+}  // namespace zephyx
