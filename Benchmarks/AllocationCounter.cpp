@@ -9,8 +9,15 @@
 #endif
 
 namespace {
+
 std::atomic<std::size_t> allocations = 0;
-}
+
+#ifdef __GLIBC__
+[[maybe_unused]] const bool keepsMemory =
+    mallopt(M_TRIM_THRESHOLD, 1 << 30) == 1 && mallopt(M_MMAP_THRESHOLD, 1 << 30) == 1;
+#endif
+
+}  // namespace
 
 void* operator new(std::size_t size) {
   // A plain load and store: a locked increment would cost as much as what is measured. Counts of
@@ -29,18 +36,8 @@ void operator delete(void* memory, std::size_t) noexcept {
 
 namespace zephyx {
 
-AllocationCounter::AllocationCounter(benchmark::State& state)
-    : state_(state), start_(allocations.load()) {
-#ifdef __GLIBC__
-  // Freed memory stays in the process. Otherwise large messages measure the kernel's page faults.
-  mallopt(M_TRIM_THRESHOLD, 1 << 30);
-  mallopt(M_MMAP_THRESHOLD, 1 << 30);
-#endif
-}
-
-AllocationCounter::~AllocationCounter() {
-  state_.counters["allocations"] = benchmark::Counter(
-      static_cast<double>(allocations.load() - start_), benchmark::Counter::kAvgIterations);
+std::size_t AllocationCounter::total() {
+  return allocations.load(std::memory_order_relaxed);
 }
 
 }  // namespace zephyx

@@ -39,7 +39,7 @@ void receive(const std::shared_ptr<const Receiver>& receiver, BytesView message,
     reply(StandardMethodCodec::encodeReply(malformed(malformedCall)));
     return;
   }
-  auto answer = [reply = std::move(reply)](MethodReply outcome) {
+  auto answer = [reply = std::move(reply)](const MethodReply& outcome) {
     reply(StandardMethodCodec::encodeReply(outcome));
   };
   auto dropped = [receiver, method = call->method] {

@@ -14,6 +14,7 @@
 namespace zephyx {
 
 class Value;
+/// A list of one list is List{Value(inner)}: compilers disagree on whether List{inner} copies it.
 using List = std::vector<Value>;
 
 /// Integers beyond 64 bits, as hexadecimal text.

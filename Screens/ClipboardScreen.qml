@@ -115,6 +115,7 @@ FocusScope {
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: Theme.gap }
         height: 131
         color: "transparent"
+        border.color: Theme.lineSoft
 
         MouseArea {
             anchors.fill: parent
@@ -184,6 +185,7 @@ FocusScope {
         anchors { left: header.left; right: header.right; top: header.bottom; topMargin: Theme.gap }
         height: 56
         color: "transparent"
+        border.color: Theme.lineSoft
 
         Symbol {
             id: lock
@@ -218,6 +220,7 @@ FocusScope {
             top: permission.visible ? permission.bottom : header.bottom; topMargin: Theme.gap
         }
         color: "transparent"
+        border.color: Theme.lineSoft
 
         ListView {
             id: list

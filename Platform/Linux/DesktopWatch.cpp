@@ -75,6 +75,12 @@ QRect DesktopWatch::geometryOf(xcb_window_t window) {
   return {placeReply->dst_x, placeReply->dst_y, sizeReply->width, sizeReply->height};
 }
 
+DesktopStruts DesktopWatch::struts() {
+  auto struts = DesktopStruts::read(connection_);
+  keepQueuedEvents();
+  return struts;
+}
+
 xcb_timestamp_t DesktopWatch::serverTime() {
   auto* c = connection_.get();
   xcb_change_property(c, XCB_PROP_MODE_APPEND, clockWindow_, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,

@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 
+#include "Platform/Linux/DesktopStruts.h"
 #include "Platform/Linux/X11.h"
 
 class QSocketNotifier;
@@ -34,6 +35,7 @@ class DesktopWatch final : public QObject {
   std::uint32_t currentDesktop();
   /// In pixels of the whole display; empty when the window is gone.
   QRect geometryOf(xcb_window_t window);
+  DesktopStruts struts();
   /// The server's clock now, for requests that window managers order by time.
   xcb_timestamp_t serverTime();
 

@@ -22,7 +22,7 @@ constexpr auto releasePollInterval = 50ms;
 constexpr auto longestHold = 10'000ms;
 constexpr std::uint8_t insertKey = 118;
 constexpr std::uint16_t chordModifiers[] = {XCB_MOD_MASK_CONTROL, XCB_MOD_MASK_SHIFT,
-                                             XCB_MOD_MASK_1};
+                                            XCB_MOD_MASK_1};
 
 std::uint16_t xModifiersFromCocoa(std::uint64_t flags) {
   unsigned mask = 0;

@@ -32,9 +32,13 @@ std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewControllerWithDefaultEngine() {
-  auto engine = makeEngine("main");
+  auto engine =
+      std::make_shared<LinuxFlutterEngine>("main", dispatch_, userDefaults_, directories_);
   engine->run("main");
-  return makeViewController(std::move(engine));
+  auto controller = std::make_shared<LinuxFlutterViewController>(std::move(engine), *qml_);
+  // The first picture of the program: other threads read it while the host gets ready.
+  controller->prepareView();
+  return controller;
 }
 
 void LinuxFlutterEngines::registerPlugins(FlutterViewController&) {

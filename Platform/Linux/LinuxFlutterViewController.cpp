@@ -36,13 +36,22 @@ std::shared_ptr<VisualEffectView> LinuxFlutterViewController::addVisualEffectVie
   return std::make_shared<LinuxVisualEffectView>(qml_, *view_);
 }
 
+void LinuxFlutterViewController::prepareView() {
+  const auto* program = engine_->program();
+  if (!program) return;
+  preparation_ =
+      std::make_unique<QQmlComponent>(&qml_, program->viewSource(), QQmlComponent::Asynchronous);
+}
+
 void LinuxFlutterViewController::loadView() {
   auto* program = engine_->program();
   if (root_ || !program) return;
   auto* controller = program->controller();
   QQmlEngine::setObjectOwnership(controller, QQmlEngine::CppOwnership);
 
+  // Waits for a preparation that is not yet complete.
   QQmlComponent component(&qml_, program->viewSource());
+  preparation_.reset();
   std::unique_ptr<QObject> made(component.createWithInitialProperties(
       {{QStringLiteral("screen"), QVariant::fromValue(controller)}}));
   root_.reset(qobject_cast<QQuickItem*>(made.get()));

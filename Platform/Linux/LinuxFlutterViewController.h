@@ -5,6 +5,7 @@
 
 #include "Platform/FlutterEngine.h"
 
+class QQmlComponent;
 class QQmlEngine;
 class QQuickItem;
 
@@ -26,6 +27,8 @@ class LinuxFlutterViewController final : public FlutterViewController {
 
   bool hasTransparentBackground() const { return isTransparent_; }
   QQuickItem& view() { return *view_; }
+  /// Starts reading what the program's root item is made of, on the side.
+  void prepareView();
   /// Makes the program's root item unless it is there.
   void loadView();
   void setViewSize(QSize size);
@@ -36,6 +39,7 @@ class LinuxFlutterViewController final : public FlutterViewController {
   const std::shared_ptr<LinuxFlutterEngine> engine_;
   QQmlEngine& qml_;
   bool isTransparent_ = false;
+  std::unique_ptr<QQmlComponent> preparation_;
   std::unique_ptr<QQuickItem> view_;
   std::unique_ptr<QQuickItem> root_;
 };

@@ -11,6 +11,7 @@
 #include "Platform/Linux/DesktopWatch.h"
 #include "Platform/Linux/PreviewContent.h"
 #include "Platform/Linux/PreviewWindow.h"
+#include "Platform/Linux/ScreenGeometry.h"
 #include "Platform/Linux/ToolkitEventTranslation.h"
 #include "Platform/Linux/WindowHints.h"
 #include "Platform/LocalNotificationCenter.h"
@@ -19,16 +20,16 @@
 namespace zephyx {
 namespace {
 
-QRect placeUnderPointer() {
+QRect placeUnderPointer(DesktopWatch& watch) {
   const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
   if (!screen) screen = QGuiApplication::primaryScreen();
-  return screen ? screen->availableGeometry() : QRect(0, 0, 800, 600);
+  return screen ? availableGeometry(watch, *screen) : QRect(0, 0, 800, 600);
 }
 
 }  // namespace
 
 LinuxPreviewPanel::LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center,
-                                     WindowHints& hints, const DesktopWatch& watch)
+                                     WindowHints& hints, DesktopWatch& watch)
     : dispatch_(dispatch), center_(center), hints_(hints), watch_(watch) {}
 
 LinuxPreviewPanel::~LinuxPreviewPanel() = default;
@@ -58,7 +59,7 @@ void LinuxPreviewPanel::reloadData() {
                         ? controller_->previewItemAt(0)
                         : std::nullopt;
   if (!item) return show({});
-  const QSize limit = PreviewWindow::pictureLimit(placeUnderPointer());
+  const QSize limit = PreviewWindow::pictureLimit(placeUnderPointer(watch_));
   if (PreviewContent::isQuick(*item)) return show(PreviewContent::ofFile(*item, limit));
 
   auto show = lifetime_.wrap([this, load](const PreviewContent& content) {
@@ -70,7 +71,7 @@ void LinuxPreviewPanel::reloadData() {
 }
 
 void LinuxPreviewPanel::show(const PreviewContent& content) {
-  window_->setContent(content, placeUnderPointer());
+  window_->setContent(content, placeUnderPointer(watch_));
 }
 
 void LinuxPreviewPanel::makeKeyAndOrderFront() {

@@ -22,7 +22,7 @@ class WindowHints;
 class LinuxPreviewPanel final : public PreviewPanel {
  public:
   LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center, WindowHints& hints,
-                    const DesktopWatch& watch);
+                    DesktopWatch& watch);
   ~LinuxPreviewPanel() override;
 
   void setController(PreviewPanelController* controller) override { controller_ = controller; }
@@ -41,7 +41,7 @@ class LinuxPreviewPanel final : public PreviewPanel {
   Dispatch& dispatch_;
   LocalNotificationCenter& center_;
   WindowHints& hints_;
-  const DesktopWatch& watch_;
+  DesktopWatch& watch_;
   PreviewPanelController* controller_ = nullptr;
   int level_ = 0;
   std::uint64_t load_ = 0;  ///< number of the newest one: a slower older one must not replace it

@@ -6,22 +6,14 @@
 
 #include "Platform/Linux/Coordinates.h"
 #include "Platform/Linux/DesktopWatch.h"
+#include "Platform/Linux/ScreenGeometry.h"
 
 namespace zephyx {
-namespace {
-
-/// The toolkit scales a screen's size but leaves its corner where the server has it.
-QRect inPixels(const QScreen& screen) {
-  return {screen.geometry().topLeft(), screen.geometry().size() * screen.devicePixelRatio()};
-}
-
-}  // namespace
-
 std::vector<Screen> LinuxScreens::screens() const {
   std::vector<Screen> screens;
   for (const QScreen* screen : QGuiApplication::screens()) {
     screens.push_back({coordinates::toHost(screen->geometry()),
-                       coordinates::toHost(screen->availableGeometry())});
+                       coordinates::toHost(availableGeometry(watch_, *screen))});
   }
   return screens;
 }
@@ -33,7 +25,7 @@ int LinuxScreens::mainScreenIndex() const {
   if (active == XCB_NONE) return 0;
   const QPoint middle = watch_.geometryOf(active).center();
   for (int index = 0; index < screens.size(); ++index) {
-    if (inPixels(*screens[index]).contains(middle)) return index;
+    if (geometryInPixels(*screens[index]).contains(middle)) return index;
   }
   return 0;
 }

@@ -9,12 +9,13 @@
 #include "Platform/Linux/HostWindow.h"
 #include "Platform/Linux/KeyWindowTracker.h"
 #include "Platform/Linux/LinuxFlutterViewController.h"
+#include "Platform/Linux/ScreenGeometry.h"
 #include "Platform/Linux/WindowHints.h"
 
 namespace zephyx {
 namespace {
 
-constexpr QRgb opaqueBackground = 0xff1c1c21;
+constexpr QRgb opaqueBackground = 0xff131316;
 
 QSize pixelSize(Size size) {
   return {qRound(size.width), qRound(size.height)};
@@ -51,7 +52,7 @@ void LinuxWindow::center() {
   const QScreen* screen = QGuiApplication::screenAt(geometry_.center());
   if (!screen) screen = QGuiApplication::primaryScreen();
   if (!screen) return;
-  const QRect available = screen->availableGeometry();
+  const QRect available = availableGeometry(watch_, *screen);
   geometry_.moveTo(available.left() + (available.width() - geometry_.width()) / 2,
                    available.top() + (available.height() - geometry_.height()) / 2);
   if (window_) window_->setGeometry(geometry_);
@@ -66,16 +67,12 @@ bool LinuxWindow::isKeyWindow() const {
 }
 
 void LinuxWindow::makeKeyAndOrderFront() {
-  ensureWindow();
-  window_->setProperty("_q_showWithoutActivating", false);
-  show();
+  show(true);
   if (configuration().canBecomeKey) activate();
 }
 
 void LinuxWindow::orderFrontRegardless() {
-  ensureWindow();
-  window_->setProperty("_q_showWithoutActivating", true);
-  show();
+  show(false);
 }
 
 void LinuxWindow::orderOut() {
@@ -92,18 +89,20 @@ void LinuxWindow::keepAbove(QWindow& dialog) {
   if (window_) dialog.setTransientParent(window_.get());
 }
 
-void LinuxWindow::show() {
+void LinuxWindow::show(bool activating) {
+  // The visual of a window is for life; a compositor that came or went wants another.
+  if (window_ && !window_->isVisible() && isSeeThrough() != hasSeeThroughVisual_) {
+    if (content_) content_->view().setParentItem(nullptr);
+    window_.reset();
+  }
+  ensureWindow();
   attachContent();
+  window_->setProperty("_q_showWithoutActivating", !activating);
   if (window_->isVisible()) {
     if (configuration().collectionBehavior & collectionBehavior::moveToActiveSpace) {
       hints_.moveToCurrentDesktop(*window_);
     }
   } else {
-    if (isSeeThrough() != hasSeeThroughVisual_) {
-      // The visual of an X window is for life; a compositor that came or went wants another.
-      window_->destroy();
-      applyBackground();
-    }
     window_->create();
     hints_.prepareToMap(*window_, states());
     window_->show();
@@ -124,6 +123,7 @@ void LinuxWindow::ensureWindow() {
   window_->onCloseRequest = [this] { orderOut(); };
   applyConfiguration();
   applyBackground();
+  hasSeeThroughVisual_ = isSeeThrough();
   window_->setGeometry(geometry_);
 
   auto* window = window_.get();
@@ -191,9 +191,7 @@ void LinuxWindow::applyConfiguration() {
 }
 
 void LinuxWindow::applyBackground() {
-  const bool seeThrough = isSeeThrough();
-  window_->setColor(seeThrough ? QColor(Qt::transparent) : QColor::fromRgba(opaqueBackground));
-  if (!window_->handle()) hasSeeThroughVisual_ = seeThrough;
+  window_->setColor(isSeeThrough() ? QColor(Qt::transparent) : QColor::fromRgba(opaqueBackground));
 }
 
 bool LinuxWindow::isSeeThrough() const {

@@ -49,7 +49,7 @@ class LinuxWindow final : public Window {
 
  private:
   void ensureWindow();
-  void show();
+  void show(bool activating);
   void attachContent();
   void followWindow();
   void resizeContent();

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Toolkit.h"
 
 #include <QtGui/QAccessible>
+#include <QtGui/QClipboard>
 #include <QtGui/QPalette>
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
@@ -83,6 +84,8 @@ Toolkit::Toolkit(int argc, char** argv) : argc_(argc) {
     const ScopedVariable bus("DBUS_SESSION_BUS_ADDRESS", "disabled:");
     QAccessible::isActive();
   }
+  // Text fields would ask every new owner of the clipboard whether it has text, and wait for it.
+  QGuiApplication::clipboard()->blockSignals(true);
   QApplication::setQuitOnLastWindowClosed(false);
   // No GL: a third of the memory, and the first frame in a tenth of the time.
   QQuickWindow::setGraphicsApi(QSGRendererInterface::Software);

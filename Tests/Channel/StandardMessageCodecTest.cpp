@@ -66,21 +66,23 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     containers, StandardMessageCodecTest,
-    testing::Values(
-        Encoding{"emptyList", List{}, hex("0c 00")}, Encoding{"emptyMap", Map{}, hex("0d 00")},
-        Encoding{"list", List{{}, true, "a"}, hex("0c 03 00 01 07 01 61")},
-        Encoding{"mapKeepsItsOrder", Map{{"b", 1}, {"a", {}}},
-                 hex("0d 02 07 01 62 03 01000000 07 01 61 00")},
-        Encoding{"keysOfAnyKind", Map{{1, 2}, {{}, List{}}, {Map{}, false}},
-                 hex("0d 03 03 01000000 03 02000000 00 0c 00 0d 00 02")},
-        Encoding{"nested", List{Map{{"k", List{List{}}}}}, hex("0c 01 0d 01 07 01 6b 0c 01 0c 00")},
-        // The double's type byte is at offset 7, so there is nothing to pad.
-        Encoding{"alignedWithoutPadding", List{{}, {}, {}, {}, {}, 1.5},
-                 hex("0c 06 0000000000 06 000000000000f83f")},
-        Encoding{"alignedWithOneByteShort", List{{}, {}, {}, {}, 1.5},
-                 hex("0c 05 00000000 06 00 000000000000f83f")},
-        Encoding{"alignedFromTheMessageStart", List{true, std::vector<float>{1.5F}, 1.5},
-                 hex("0c 03 01 0e 01 000000 0000c03f 06 000000 000000000000f83f")}));
+    testing::Values(Encoding{"emptyList", List{}, hex("0c 00")},
+                    Encoding{"emptyMap", Map{}, hex("0d 00")},
+                    Encoding{"list", List{{}, true, "a"}, hex("0c 03 00 01 07 01 61")},
+                    Encoding{"mapKeepsItsOrder", Map{{"b", 1}, {"a", {}}},
+                             hex("0d 02 07 01 62 03 01000000 07 01 61 00")},
+                    Encoding{"keysOfAnyKind", Map{{1, 2}, {{}, List{}}, {Map{}, false}},
+                             hex("0d 03 03 01000000 03 02000000 00 0c 00 0d 00 02")},
+                    Encoding{"nested", List{Map{{"k", List{Value(List{})}}}},
+                             hex("0c 01 0d 01 07 01 6b 0c 01 0c 00")},
+                    // The double's type byte is at offset 7, so there is nothing to pad.
+                    Encoding{"alignedWithoutPadding", List{{}, {}, {}, {}, {}, 1.5},
+                             hex("0c 06 0000000000 06 000000000000f83f")},
+                    Encoding{"alignedWithOneByteShort", List{{}, {}, {}, {}, 1.5},
+                             hex("0c 05 00000000 06 00 000000000000f83f")},
+                    Encoding{"alignedFromTheMessageStart",
+                             List{true, std::vector<float>{1.5F}, 1.5},
+                             hex("0c 03 01 0e 01 000000 0000c03f 06 000000 000000000000f83f")}));
 
 INSTANTIATE_TEST_SUITE_P(
     sizeForms, StandardMessageCodecTest,

@@ -16,6 +16,9 @@ class EngineContract : public ContractTest {
     host_ = engine_->binaryMessenger();
     screen_ = desktop().screenMessenger(entryPoint);
   }
+  ~EngineContract() override {
+    if (engine_) engine_->shutDown();
+  }
 
   static Bytes bytes(const std::string& text) { return {text.begin(), text.end()}; }
   static std::string text(BytesView view) { return {view.begin(), view.end()}; }
@@ -104,12 +107,14 @@ TEST_P(EngineContract, AfterShutDownEverythingIsSilentAndHarmless) {
   BinaryReply pending;
   int deliveries = 0;
   int replies = 0;
-  const auto handler = host_->setMessageHandler("contract/end", [&](BytesView, BinaryReply reply) {
+  auto handler = host_->setMessageHandler("contract/end", [&](BytesView, BinaryReply reply) {
     ++deliveries;
     pending = std::move(reply);
   });
   screen_->send("contract/end", bytes("first"), [&](BytesView) { ++replies; });
   ASSERT_TRUE(becomesTrue([&] { return pending != nullptr; }));
+  screen_->send("contract/end", bytes("under way"), [&](BytesView) { ++replies; });
+  handler.reset();
   engine_->shutDown();
   pending(bytes("too late"));
   host_->send("contract/end", bytes("into the void"), [&](BytesView) { ++replies; });

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <set>
 #include <thread>
 
 #include "Tests/Desktop/ClipboardTest.h"
@@ -163,27 +164,32 @@ TEST_F(ClipboardReading, OnlyThePreferredOfManyFormatsIsFetched) {
 class ClipboardBursts : public ClipboardTest, public testing::WithParamInterface<int> {};
 
 // What a program has replaced before the server could pass a question on is lost to everybody, and
-// a busy machine may stop the server for that long: one round of several must be complete.
+// a busy machine may stop the server for that long. So a few copies may be missed, but none twice.
 TEST_P(ClipboardBursts, EveryCopyIsShownOnceInOrderWithItsOwnText) {
+  constexpr std::size_t count = 200;
+  constexpr std::size_t mostMissed = 20;
   openAndObserve();
   ClipboardProgram program;
-  std::size_t missed = 1;
-  for (int round = 0; round < 5 && missed > 0; ++round) {
-    const auto texts = numberedTexts(std::to_string(round) + " text ", 200);
+  std::set<std::size_t> alwaysMissed;
+  for (int round = 0; round == 0 || (round < 5 && !alwaysMissed.empty()); ++round) {
+    const auto texts = numberedTexts(std::to_string(round) + " text ", count);
     const auto countBefore = pasteboard_->changeCount();
-    missed = 0;
+    std::set<std::size_t> missed;
     shown_.clear();
     program.copyTexts(texts, std::chrono::milliseconds(GetParam()));
-    ASSERT_TRUE(showsCopies(texts.size()));
-    for (std::size_t i = 0; i < texts.size(); ++i) {
+    ASSERT_TRUE(showsCopies(count));
+    for (std::size_t i = 0; i < count; ++i) {
       const auto text = shown_[i].text();
-      if (text.empty()) ++missed;
-      EXPECT_TRUE(text.empty() || text == texts[i]) << text << " in the place of " << texts[i];
       EXPECT_EQ(shown_[i].changeCount, countBefore + static_cast<std::int64_t>(i) + 1);
+      if (text == texts[i]) continue;
+      EXPECT_EQ(text, "") << "in the place of " << texts[i];
+      if (round == 0 || alwaysMissed.contains(i)) missed.insert(i);
     }
+    EXPECT_LE(missed.size(), mostMissed);
     EXPECT_TRUE(showsNothingMoreFor(50ms));
+    alwaysMissed = std::move(missed);
   }
-  EXPECT_EQ(missed, 0u);
+  EXPECT_TRUE(alwaysMissed.empty());
 }
 
 INSTANTIATE_TEST_SUITE_P(Clipboard, ClipboardBursts, testing::Values(5, 20), [](const auto& test) {

@@ -54,7 +54,7 @@ std::vector<std::uint32_t> DesktopWindows::property32(WindowId window,
                                                       const std::string& name) const {
   const std::string bytes = textProperty(window, name);
   std::vector<std::uint32_t> result(bytes.size() / 4);
-  std::memcpy(result.data(), bytes.data(), result.size() * 4);
+  if (!result.empty()) std::memcpy(result.data(), bytes.data(), result.size() * 4);
   return result;
 }
 
@@ -250,12 +250,10 @@ std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
 }
 
 int DesktopWindows::distinctColors(const DesktopWindow& window) const {
-  const auto reply =
-      owned(xcb_get_image_reply(connection_,
-                                xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0,
-                                              0, static_cast<std::uint16_t>(window.width),
-                                              static_cast<std::uint16_t>(window.height), ~0u),
-                                nullptr));
+  const auto reply = owned(xcb_get_image_reply(
+      connection_,
+      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0, 0, width, height, ~0u),
+      nullptr));
   if (!reply) return 0;
   const auto* bytes = xcb_get_image_data(reply.get());
   const auto count = static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) / 4;

@@ -72,7 +72,7 @@ class DesktopWindows {
   /// How long the program behind a window takes to answer the window manager's "are you alive?",
   /// which its main thread does; one second when it does not answer within that.
   std::chrono::milliseconds ping(WindowId window) const;
-  /// How many different colours a window's area shows: 1 before anything is drawn.
+  /// How many different colours the upper left part of a window shows: 1 before anything is drawn.
   int distinctColors(const DesktopWindow& window) const;
 
  private:

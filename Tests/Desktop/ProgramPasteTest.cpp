@@ -51,24 +51,27 @@ TEST_F(ProgramPasteTest, AnOlderEntryIsReachedWithTheArrowsAndPastedTwice) {
 }
 
 TEST_F(ProgramPasteTest, PastesWhileTheHotKeyIsStillHeldDown) {
+  copyAndWait("held down");
   for (const auto kind : kinds) {
-    SCOPED_TRACE(TargetProgram::name(kind));
-    copyAndWait("held ");
-    const TargetProgram target(desktop(), kind);
-    for (const auto code : {key::Shift, key::Super, key::V}) input().pressKey(code);
-    ASSERT_TRUE(waitFor([&] { return panelHasKeyboard(); }));
-    clickFirstEntry();
-    EXPECT_TRUE(target.waitForText("held ")) << target.text();
-
-    // The user's second pick, by the keyboard, with the modifiers down all the time.
-    input().releaseKey(key::V);
-    input().tap(key::V);
-    ASSERT_TRUE(waitFor([&] { return panelHasKeyboard(); }));
-    input().tap(key::Return);
-    EXPECT_TRUE(target.waitForText("held held ")) << target.text();
-    for (const auto code : {key::Super, key::Shift}) input().releaseKey(code);
-    // Nothing stays down, or the user's next key would be a chord.
-    EXPECT_TRUE(waitFor([&] { return input().pressedKeys().empty(); }));
+    for (const bool byMouse : {true, false}) {
+      SCOPED_TRACE(TargetProgram::name(kind) + (byMouse ? ", mouse" : ", keyboard"));
+      const TargetProgram target(desktop(), kind);
+      for (const auto code : {key::Shift, key::Super, key::V}) input().pressKey(code);
+      ASSERT_TRUE(waitFor([&] { return panelHasKeyboard(); }));
+      if (byMouse) {
+        clickFirstEntry();
+      } else {
+        // As long as the key itself is down, all keys belong to the hot key.
+        input().releaseKey(key::V);
+        input().tap(key::Return);
+      }
+      EXPECT_TRUE(waitFor([&] { return target.hasChanged(); }));
+      if (byMouse) input().releaseKey(key::V);
+      for (const auto code : {key::Super, key::Shift}) input().releaseKey(code);
+      EXPECT_TRUE(target.waitForText("held down")) << target.text();
+      // Nothing stays down, or the user's next key would be a chord.
+      EXPECT_TRUE(waitFor([&] { return input().pressedKeys().empty(); }));
+    }
   }
 }
 

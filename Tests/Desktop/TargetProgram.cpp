@@ -23,7 +23,7 @@ std::vector<std::string> command(TargetProgram::Kind kind, const std::string& fi
 }  // namespace
 
 TargetProgram::TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text)
-    : desktop_(desktop), kind_(kind) {
+    : desktop_(desktop), kind_(kind), initialText_(text) {
   static std::atomic<int> counter{0};
   file_ = desktop.home() / ("target" + std::to_string(++counter) + ".txt");
   writeFile(file_, text);
@@ -41,12 +41,19 @@ std::string TargetProgram::name(Kind kind) {
 }
 
 std::string TargetProgram::text() const {
-  const auto modified = [&] { return desktop_.windows().describe(window_.id).title[0] == '*'; };
-  if (kind_ == Kind::Gtk && isActive() && modified()) {
+  if (kind_ == Kind::Gtk && isActive() && isUnsaved()) {
     desktop_.input().chord({key::Control, key::S});
-    (void)waitFor([&] { return !modified(); });
+    (void)waitFor([&] { return !isUnsaved(); });
   }
   return readFile(file_);
+}
+
+bool TargetProgram::isUnsaved() const {
+  return desktop_.windows().describe(window_.id).title.starts_with('*');
+}
+
+bool TargetProgram::hasChanged() const {
+  return readFile(file_) != initialText_ || (kind_ == Kind::Gtk && isUnsaved());
 }
 
 bool TargetProgram::waitForText(const std::string& text) const {

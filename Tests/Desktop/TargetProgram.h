@@ -21,6 +21,8 @@ class TargetProgram {
   bool activate() const { return desktop_.windows().activate(window_.id); }
   bool isActive() const { return desktop_.windows().active() == window_.id; }
   std::string text() const;
+  /// True when its text is not the one it started with. Presses no key, unlike `text`.
+  bool hasChanged() const;
   [[nodiscard]] bool waitForText(const std::string& text) const;
   /// Select all, copy: with the keys that a user would press. Not in the terminal.
   void copyAll() const;
@@ -28,8 +30,11 @@ class TargetProgram {
   static std::string name(Kind kind);
 
  private:
+  bool isUnsaved() const;
+
   VirtualDesktop& desktop_;
   Kind kind_;
+  std::string initialText_;
   std::filesystem::path file_;
   ChildProcess process_;
   DesktopWindow window_;

@@ -175,6 +175,7 @@ TEST_F(AppDelegateTest, TogglingRemembersNobodyWhenTheHostItselfWasInFront) {
   pressHotkey(HotkeyID::togglePopover);
   EXPECT_FALSE(mainWindow().isVisible());
   EXPECT_EQ(editor->legacyRequests, 0);
+  EXPECT_EQ(desktop.workspace.host()->legacyRequests, 0);
 }
 
 TEST_F(AppDelegateTest, StartingTheApplicationAgainBringsUpTheMainWindow) {

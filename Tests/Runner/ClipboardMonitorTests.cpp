@@ -195,7 +195,7 @@ TEST_P(ClipboardMonitorTest, TwoHundredCopiesInARow) {
 
 TEST_P(ClipboardMonitorTest, AnEngineThatIsGoneLosesEventsWithoutHarm) {
   launchBehindEditor();
-  desktop.engines.engine("clipboard_engine")->shutDown();
+  desktop.engines.engine("clipboard_engine")->crash();
   copy({{textType, "x"}});
   desktop.dispatch.advance(1);
   EXPECT_THAT(panelScreen().calls(), IsEmpty());

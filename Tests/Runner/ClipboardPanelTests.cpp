@@ -70,7 +70,7 @@ TEST_F(ClipboardPanelTest, OpensCentredOnThePointersScreen) {
     Rect expected;
   };
   const std::vector<Case> cases = {
-      {{main, second}, 0, {700, 400}, onMain},    {{main, second}, 0, {1500, 1000}, onSecond},
+      {{main, second}, 0, {700, 400}, onMain},    {{main, second}, 0, {1500, 1070}, onSecond},
       {{main, second}, 0, {1440, 500}, onSecond},  // the left edge belongs to a screen
       {{main, second}, 1, {1000, 0}, onSecond},    // the bottom edge does not
       {{main, second}, 1, {-50, -50}, onSecond},   // outside: the main screen

@@ -55,6 +55,14 @@ TEST_F(MainFlutterWindowTest, WaitsBehindAFileDialogAndComesBack) {
   EXPECT_TRUE(mainWindow().isKeyWindow());
 }
 
+TEST_F(MainFlutterWindowTest, ComesBackAlsoWhenTheUserWentElsewhereMeanwhile) {
+  desktop.application.openSavePanel();
+  desktop.workspace.bringToFront(editor);
+  desktop.application.closeSavePanel();
+  desktop.dispatch.advance(0.3);
+  EXPECT_TRUE(mainWindow().isKeyWindow());
+}
+
 TEST_F(MainFlutterWindowTest, BecomingKeyRestoresItsLevel) {
   desktop.application.openSavePanel();
   desktop.application.closeSavePanel();

@@ -3,6 +3,8 @@
 #include <set>
 #include <utility>
 
+#include "Tests/Simulated/SimulatedFaults.h"
+
 namespace zephyx {
 namespace {
 const std::set<std::string> entryPoints = {"main", "clipboardMain", "contractMain"};
@@ -13,7 +15,12 @@ SimulatedEngine::SimulatedEngine(std::string name, bool canRun, SimulatedDispatc
     : name_(std::move(name)),
       canRun_(canRun),
       messengers_(SimulatedMessenger::makePair(dispatch, faults)),
-      screen_(dispatch, messengers_.second) {}
+      screen_(dispatch, messengers_.second),
+      faults_(faults) {}
+
+SimulatedEngine::~SimulatedEngine() {
+  if (!entryPoint_.empty() && !isShutDown_) faults_.add(name_ + " released before its shutdown");
+}
 
 bool SimulatedEngine::run(const std::string& entryPoint) {
   if (!canRun_ || isShutDown_ || !entryPoints.contains(entryPoint)) return false;
@@ -22,6 +29,12 @@ bool SimulatedEngine::run(const std::string& entryPoint) {
 }
 
 void SimulatedEngine::shutDown() {
+  if (messengers_.first->hasHandlers()) faults_.add(name_ + " shut down with handlers on");
+  if (isInWindow) faults_.add(name_ + " shut down in a window");
+  crash();
+}
+
+void SimulatedEngine::crash() {
   isShutDown_ = true;
   messengers_.first->shutDown();
 }

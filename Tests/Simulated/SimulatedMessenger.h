@@ -27,7 +27,7 @@ class SimulatedMessenger final : public BinaryMessenger {
 
   /// Ends both directions at both ends; what is under way is dropped.
   void shutDown();
-  bool hasHandler(const std::string& channel) const { return handlers_->contains(channel); }
+  bool hasHandlers() const { return !handlers_->empty(); }
 
  private:
   struct Handler {

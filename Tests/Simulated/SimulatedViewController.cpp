@@ -13,6 +13,10 @@ std::shared_ptr<FlutterEngine> SimulatedViewController::engine() const {
   return engine_;
 }
 
+void SimulatedViewController::setInWindow(bool isInWindow) {
+  engine_->isInWindow = isInWindow;
+}
+
 std::shared_ptr<VisualEffectView> SimulatedViewController::addVisualEffectView() {
   effectViews_.push_back(std::make_shared<SimulatedVisualEffectView>());
   return effectViews_.back();

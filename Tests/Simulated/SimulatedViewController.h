@@ -31,6 +31,7 @@ class SimulatedViewController final : public FlutterViewController {
   std::shared_ptr<VisualEffectView> addVisualEffectView() override;
 
   /// For the window that shows it.
+  void setInWindow(bool isInWindow);
   void setSize(Size size) { size_ = size; }
   bool hasTransparentBackground() const { return hasTransparentBackground_; }
   const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& effectViews() const {

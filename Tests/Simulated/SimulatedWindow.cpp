@@ -48,9 +48,12 @@ void SimulatedWindow::orderOut() {
 }
 
 void SimulatedWindow::setContentViewController(std::shared_ptr<FlutterViewController> controller) {
+  if (content_) content_->setInWindow(false);
   content_ = std::dynamic_pointer_cast<SimulatedViewController>(controller);
   contentIsFirstResponder_ = false;
-  if (content_) content_->setSize(frame_.size);
+  if (!content_) return;
+  content_->setInWindow(true);
+  content_->setSize(frame_.size);
 }
 
 void SimulatedWindow::makeContentFirstResponder() {

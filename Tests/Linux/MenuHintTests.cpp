@@ -1,0 +1,30 @@
+#include <gtest/gtest.h>
+
+#include "Platform/Linux/LinuxMenu.h"
+
+namespace zephyx {
+namespace {
+
+TEST(MenuHint, NamesModifiersAndKeysAsTheKeyboardHereDoes) {
+  using namespace eventModifier;
+  const struct {
+    const char* key;
+    std::uint64_t mask;
+    const char* hint;
+  } cases[] = {
+      {"", command, ""},          {"e", command | eventModifier::shift, "Shift+Super+E"},
+      {",", command, "Super+,"},  {"m", control | option | command, "Ctrl+Alt+Super+M"},
+      {"ñ", option, "Alt+Ñ"},     {" ", command | eventModifier::shift, "Shift+Super+Space"},
+      {"\r", 0, "Return"},        {"\xEF\x9C\x80", control, "Ctrl+Up"},
+      {"\xEF\x9C\x8F", 0, "F12"},
+  };
+  for (const auto& each : cases) {
+    MenuItem::Properties row;
+    row.keyEquivalent = each.key;
+    row.keyEquivalentModifierMask = each.mask;
+    EXPECT_EQ(LinuxMenu::shortcutHint(row), each.hint);
+  }
+}
+
+}  // namespace
+}  // namespace zephyx

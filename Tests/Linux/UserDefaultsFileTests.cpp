@@ -1,0 +1,81 @@
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <QtCore/QCoreApplication>
+#include <QtCore/QDeadlineTimer>
+#include <fstream>
+#include <sstream>
+
+#include "Platform/Linux/LinuxUserDefaults.h"
+#include "Platform/SystemLog.h"
+#include "Tests/Desktop/TemporaryDirectory.h"
+
+namespace zephyx {
+namespace {
+
+struct CountingLog final : SystemLog {
+  void log(std::string_view) override { ++lines; }
+  int lines = 0;
+};
+
+class UserDefaultsFileTest : public testing::Test {
+ protected:
+  std::string folder() const { return (home_.path() / "config" / "com.zephyx.app").string(); }
+  std::string file() const { return folder() + "/defaults.json"; }
+  std::string contents(const std::string& path) const {
+    std::ostringstream text;
+    text << std::ifstream(path).rdbuf();
+    return text.str();
+  }
+
+  CountingLog log_;
+
+ private:
+  int argc_ = 0;
+  QCoreApplication application_{argc_, nullptr};
+  TemporaryDirectory home_;
+};
+
+TEST_F(UserDefaultsFileTest, AChangeIsOnDiskWithinATenthOfASecondForTheUserAlone) {
+  LinuxUserDefaults defaults(folder(), log_);
+  defaults.setString("flutter.name", "Zoë");
+  QDeadlineTimer deadline(100);
+  while (contents(file()).find("flutter.name") == std::string::npos && !deadline.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+  }
+  // As a process that is killed now would leave it.
+  EXPECT_EQ(LinuxUserDefaults(folder(), log_).string("flutter.name"), "Zoë");
+  struct stat status {};
+  ASSERT_EQ(stat(file().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0600u);
+  ASSERT_EQ(stat(folder().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777, 0700u);
+}
+
+TEST_F(UserDefaultsFileTest, ADamagedFileIsKeptAsideAndNotWrittenOver) {
+  std::filesystem::create_directories(folder());
+  std::ofstream(file()) << "{\"flutter.name\": {\"stri";
+  {
+    LinuxUserDefaults defaults(folder(), log_);
+    EXPECT_EQ(defaults.string("flutter.name"), std::nullopt);
+    EXPECT_EQ(log_.lines, 1);
+    defaults.setString("other", "value");
+  }
+  EXPECT_EQ(contents(file() + ".damaged"), "{\"flutter.name\": {\"stri");
+  EXPECT_EQ(LinuxUserDefaults(folder(), log_).string("other"), "value");
+}
+
+TEST_F(UserDefaultsFileTest, AFolderThatCannotBeWrittenIsLoggedAndValuesStay) {
+  std::ofstream(folder().substr(0, folder().find("/config")) + "/config");
+  LinuxUserDefaults defaults(folder(), log_);
+  defaults.setString("key", "value");
+  QDeadlineTimer deadline(1000);
+  while (log_.lines == 0 && !deadline.hasExpired()) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, 5);
+  }
+  EXPECT_EQ(log_.lines, 1);
+  EXPECT_EQ(defaults.string("key"), "value");
+}
+
+}  // namespace
+}  // namespace zephyx
