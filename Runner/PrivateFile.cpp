@@ -30,7 +30,8 @@ bool makePrivateFolder(const std::string& path) {
   if (std::filesystem::is_directory(path, error)) return true;
   const auto parent = std::filesystem::path(path).parent_path();
   if (!parent.empty() && parent != path && !makePrivateFolder(parent.string())) return false;
-  return ::mkdir(path.c_str(), 0700) == 0 || errno == EEXIST;
+  // Somebody else may have made it meanwhile.
+  return ::mkdir(path.c_str(), 0700) == 0 || std::filesystem::is_directory(path, error);
 }
 
 bool writePrivateFile(const std::string& path, BytesView contents) {

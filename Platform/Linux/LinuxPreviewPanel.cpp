@@ -20,10 +20,11 @@
 namespace zephyx {
 namespace {
 
-QRect placeUnderPointer(DesktopWatch& watch) {
+PreviewWindow::Place placeUnderPointer(DesktopWatch& watch) {
   const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
   if (!screen) screen = QGuiApplication::primaryScreen();
-  return screen ? availableGeometry(watch, *screen) : QRect(0, 0, 800, 600);
+  if (!screen) return {QRect(0, 0, 800, 600), 1};
+  return {availableGeometry(watch, *screen), screen->devicePixelRatio()};
 }
 
 }  // namespace

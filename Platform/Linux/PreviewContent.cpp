@@ -22,6 +22,8 @@ QImage readImage(const QString& path, QSize limit) {
   QImageReader reader(path);
   reader.setDecideFormatFromContent(true);
   reader.setAutoTransform(true);
+  // The file says how it lies; scaling comes before turning.
+  if (reader.transformation() & QImageIOHandler::TransformationRotate90) limit.transpose();
   const QSize size = reader.size();
   if (size.isValid() && (size.width() > limit.width() || size.height() > limit.height())) {
     reader.setScaledSize(size.scaled(limit, Qt::KeepAspectRatio).expandedTo({1, 1}));

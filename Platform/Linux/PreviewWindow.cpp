@@ -36,8 +36,9 @@ QScrollBar::add-line, QScrollBar::sub-line { height: 0; }
 )";
 
 /// A sheet with a folded corner, or a folder.
-QPixmap largeIcon(bool isFolder) {
-  QPixmap pixmap(112, 112);
+QPixmap largeIcon(bool isFolder, double ratio) {
+  QPixmap pixmap(QSize(112, 112) * ratio);
+  pixmap.setDevicePixelRatio(ratio);
   pixmap.fill(Qt::transparent);
   QPainter painter(&pixmap);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -117,40 +118,38 @@ PreviewWindow::PreviewWindow()
   column->addWidget(pages_, 1);
 }
 
-QSize PreviewWindow::pictureLimit(const QRect& available) {
-  return available.size() * shareOfScreen - QSize(2 * margin, titleHeight + 2 * margin);
+QSize PreviewWindow::contentLimit(const Place& place) {
+  return place.available.size() * shareOfScreen - QSize(2 * margin, titleHeight + 2 * margin);
 }
 
-void PreviewWindow::setContent(const PreviewContent& content, const QRect& available) {
-  const QSize limit = pictureLimit(available);
-  const QSize inner = showContent(content, limit).expandedTo(minimumContent).boundedTo(limit);
+void PreviewWindow::setContent(const PreviewContent& content, const Place& place) {
+  const QSize inner =
+      showContent(content, place.ratio).expandedTo(minimumContent).boundedTo(contentLimit(place));
   const auto elided =
       name_->fontMetrics().elidedText(content.name, Qt::ElideMiddle, inner.width() * 6 / 10);
   name_->setText(elided);
-  QRect place(QPoint(), inner + QSize(2 * margin, titleHeight + margin));
-  place.moveCenter(available.center());
-  setGeometry(place);
+  QRect frame(QPoint(), inner + QSize(2 * margin, titleHeight + margin));
+  frame.moveCenter(place.available.center());
+  setGeometry(frame);
 }
 
-QSize PreviewWindow::showContent(const PreviewContent& content, QSize limit) {
+QSize PreviewWindow::showContent(const PreviewContent& content, double ratio) {
   details_->setText(content.details);
   picture_->clear();
   text_->clear();
   if (!content.image.isNull()) {
-    auto picture = content.image;
-    if (picture.width() > limit.width() || picture.height() > limit.height()) {
-      picture = picture.scaled(limit, Qt::KeepAspectRatio, Qt::SmoothTransformation);
-    }
-    picture_->setPixmap(QPixmap::fromImage(picture));
+    auto picture = QPixmap::fromImage(content.image);
+    picture.setDevicePixelRatio(ratio);
+    picture_->setPixmap(picture);
     pages_->setCurrentWidget(picture_);
-    return picture.size();
+    return picture.deviceIndependentSize().toSize();
   }
   if (content.isText) {
     text_->setPlainText(content.text);
     pages_->setCurrentWidget(text_);
     return textContent;
   }
-  card_->setPixmap(largeIcon(content.isFolder));
+  card_->setPixmap(largeIcon(content.isFolder, ratio));
   pages_->setCurrentWidget(card_);
   return minimumContent;
 }

@@ -18,10 +18,15 @@ class PreviewWindow final : public QWidget {
 
   /// Rounded corners need a compositor.
   void setRounded(bool rounded) { isRounded_ = rounded; }
-  /// Shows `content`, in a size that fits it and `available`, centred there.
-  void setContent(const PreviewContent& content, const QRect& available);
-  /// The largest picture that `available` has room for.
-  static QSize pictureLimit(const QRect& available);
+  /// Where the preview goes: what is free of a screen, and how many pixels a point has there.
+  struct Place {
+    QRect available;
+    double ratio = 1;
+  };
+  /// Shows `content` in the middle of `place`, in a size that fits both.
+  void setContent(const PreviewContent& content, const Place& place);
+  /// The largest picture that `place` has room for, in pixels.
+  static QSize pictureLimit(const Place& place) { return contentLimit(place) * place.ratio; }
 
   /// Offered each key press first; returns true when it is dealt with.
   std::function<bool(const QKeyEvent&)> onKeyPress;
@@ -35,7 +40,8 @@ class PreviewWindow final : public QWidget {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QSize showContent(const PreviewContent& content, QSize limit);
+  static QSize contentLimit(const Place& place);
+  QSize showContent(const PreviewContent& content, double ratio);
 
   bool isRounded_ = false;
   QLabel* name_;

@@ -153,9 +153,12 @@ void Walkthrough::pasteWithMouse() {
   mustStep("history-for-mouse", "the history again, over the Qt program",
            [&] { return panelHasKeyboard(); });
   const auto panel = program_->panel().value();
-  desktop_.input().click(panel.x + panel.width / 2, panel.y + ZephyxProcess::firstEntryY);
-  step("pasted-with-mouse", "a click: the entry under the pointer pasted into the Qt program",
-       [&] { return panelIsGone() && line_->isActive() && line_->text() == "the newest text"; });
+  // The fifth entry, below two that show pictures.
+  desktop_.input().click(panel.x + panel.width / 2, panel.y + 481);
+  step("pasted-with-mouse",
+       "a click: the oldest entry, under the pointer, pasted into the Qt program", [&] {
+         return panelIsGone() && line_->isActive() && line_->text() == "a line typed in the editor";
+       });
 }
 
 void Walkthrough::pasteIntoTerminal() {

@@ -154,10 +154,11 @@ TEST_P(ClipboardMonitorTest, SuspendedItSeesNothingAndAfterwardsTheLatest) {
 TEST_P(ClipboardMonitorTest, ASlowOwnerHoldsUpNobodyAndTheEventsKeepTheirOrder) {
   launchBehindEditor();
   copy({{textType, "slow"}}, 0.6);
-  desktop.dispatch.advance(0.5);
-  pressHotkey(HotkeyID::togglePopover);
-  EXPECT_TRUE(mainWindow().isVisible());
-  copy({{textType, "fast"}});
+  desktop.dispatch.mainQueue().asyncAfter(0.5, [this] {  // the owner is still being asked
+    pressHotkey(HotkeyID::togglePopover);
+    EXPECT_TRUE(mainWindow().isVisible());
+    copy({{textType, "fast"}});
+  });
   const auto entries = entriesAfter(3);
   // Where changes are not announced, an owner that is replaced while it is being asked is lost.
   EXPECT_EQ(texts(entries).back(), "fast");
@@ -209,6 +210,22 @@ TEST_P(ClipboardMonitorTest, ItsEndDuringACaptureIsHarmless) {
   copy({{textType, "slow"}}, 1);
   desktop.dispatch.mainQueue().asyncAfter(0.9, [this] { endHost(); });
   desktop.dispatch.advance(3);
+}
+
+/// Where changes are announced, each copy keeps its own contents.
+class AnnouncedCaptureTest : public CaptureTest {
+ protected:
+  AnnouncedCaptureTest() { desktop.pasteboard.setAnnouncesChanges(true); }
+};
+
+TEST_F(AnnouncedCaptureTest, ACaptureThatEndsLaterThanTheNextStillComesFirst) {
+  launchBehindEditor();
+  // No file after all, so the slow owner is asked once more for the text.
+  copy({{fileUrlType, "not a url"}, {textType, "slow"}}, 0.5);
+  desktop.dispatch.mainQueue().asyncAfter(0.6, [this] { copy({{textType, "fast"}}); });
+  desktop.dispatch.mainQueue().asyncAfter(
+      0.9, [this] { EXPECT_THAT(panelScreen().calls(), IsEmpty()); });
+  EXPECT_THAT(texts(entriesAfter(2)), ElementsAre("slow", "fast"));
 }
 
 }  // namespace

@@ -24,7 +24,9 @@ class SimulatedDispatch final : public Dispatch {
   Registration scheduleRepeatingTimer(double interval, std::function<void()> block) override;
   double wallClock() const override;
 
-  /// Runs everything that becomes due within `seconds`, new work included.
+  /// Runs everything that becomes due within `seconds`, new work included. Goes further when a
+  /// block of the global queue is held up for longer: what is to happen meanwhile must be
+  /// scheduled before.
   void advance(double seconds);
   /// Runs what is due now.
   void settle() { advance(0); }
