@@ -11,8 +11,8 @@
 #include "Platform/Dispatch.h"
 #include "Platform/Image.h"
 #include "Platform/Platform.h"
+#include "Platform/PrivateFile.h"
 #include "Platform/Workspace.h"
-#include "Runner/PrivateFile.h"
 #include "Runner/Url.h"
 #include "Runner/Uuid.h"
 

@@ -3,11 +3,11 @@
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QRectF>
-#include <QtCore/QSaveFile>
+#include <span>
 #include <utility>
 
+#include "Platform/PrivateFile.h"
 #include "Screens/Age.h"
-#include "Screens/PrivateFile.h"
 #include "Screens/ScreenFolder.h"
 
 namespace zephyx {
@@ -34,6 +34,15 @@ constexpr int pageRows = 60;
 constexpr std::size_t previewBytes = 1'000'000;
 
 constexpr auto gone = "This entry is no longer in the history.";
+
+/// Where a text entry lies while it is previewed.
+std::string previewFolder(const std::string& folder) {
+  return folder + "/clipboard_preview";
+}
+
+std::string previewFile(const std::string& folder) {
+  return previewFolder(folder) + "/Clipboard text.txt";
+}
 
 const std::string* replyText(const MethodReply& reply) {
   const auto* value = std::get_if<Value>(&reply);
@@ -258,7 +267,10 @@ void ClipboardScreenController::previewText(const ClipboardEntry& entry) {
   queue_.run(
       [this, id = entry.id] {
         const auto text = store().beginningOfText(id, previewBytes);
-        return text && writePrivateFile(previewFile(folder_), *text);
+        if (!text || !makePrivateFolder(previewFolder(folder_))) return false;
+        const std::span<const char> characters(*text);
+        const auto* bytes = reinterpret_cast<const std::uint8_t*>(characters.data());
+        return writePrivateFile(previewFile(folder_), {bytes, characters.size()});
       },
       guard_.wrap([this](bool written) {
         if (written)

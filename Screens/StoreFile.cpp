@@ -6,6 +6,8 @@
 #include <filesystem>
 #include <system_error>
 
+#include "Platform/PrivateFile.h"
+
 namespace zephyx {
 namespace {
 
@@ -63,12 +65,6 @@ StoreFile inMemory(const StoreSchema& schema) {
   return {std::move(database), StoreCondition::notKept};
 }
 
-void makePrivateFolder(const fs::path& folder) {
-  std::error_code ignored;
-  fs::create_directories(folder, ignored);
-  fs::permissions(folder, fs::perms::owner_all, ignored);
-}
-
 StoreFile beginAnew(const std::string& path, const StoreSchema& schema, StoreCondition condition) {
   auto database = Sqlite::open(path);
   if (!database || !create(*database, schema)) return inMemory(schema);
@@ -78,7 +74,7 @@ StoreFile beginAnew(const std::string& path, const StoreSchema& schema, StoreCon
 }  // namespace
 
 StoreFile openStoreFile(const std::string& path, const StoreSchema& schema) {
-  makePrivateFolder(fs::path(path).parent_path());
+  makePrivateFolder(fs::path(path).parent_path().string());
   auto database = Sqlite::open(path);
   if (!database) return inMemory(schema);
   switch (examine(*database, schema.version)) {

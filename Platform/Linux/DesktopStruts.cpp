@@ -22,6 +22,7 @@ DesktopStruts DesktopStruts::read(X11Connection& connection) {
   const auto property = connection.atom("_NET_WM_STRUT_PARTIAL");
   const auto windows = connection.property32(connection.root(), "_NET_CLIENT_LIST");
   std::vector<xcb_get_property_cookie_t> questions;
+  questions.reserve(windows.size());
   for (const auto window : windows) {
     questions.push_back(xcb_get_property(c, 0, window, property, XCB_ATOM_CARDINAL, 0, strutItems));
   }

@@ -1,6 +1,7 @@
 #include "Platform/Linux/LinuxApplication.h"
 
 #include <QtCore/QEvent>
+#include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <algorithm>
@@ -51,7 +52,7 @@ int LinuxApplication::run(ApplicationDelegate& delegate) {
       delegate.applicationShouldTerminateAfterLastWindowClosed());
   delegate.loadInterface();
   QMetaObject::invokeMethod(
-      qApp,
+      dialogPlacer_.get(),
       [this] {
         delegate_->applicationDidFinishLaunching();
         instance_.listen([this] { delegate_->applicationShouldHandleReopen(); });

@@ -92,7 +92,7 @@ std::uint8_t LinuxEventPoster::keyFor(std::uint16_t keyCode) const {
 std::string LinuxEventPoster::activeWindowClass() {
   const auto window = x11_->activeWindow();
   if (window == XCB_NONE) return {};
-  const auto names = x11_->propertyText(window, "WM_CLASS");  // instance NUL class NUL
+  auto names = x11_->propertyText(window, "WM_CLASS");  // instance NUL class NUL
   const auto separator = names.find('\0');
   if (separator == std::string::npos) return names;
   return names.c_str() + separator + 1;

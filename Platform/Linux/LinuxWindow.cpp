@@ -1,5 +1,6 @@
 #include "Platform/Linux/LinuxWindow.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 #include <QtQuick/QQuickItem>
 #include <utility>

@@ -7,6 +7,8 @@
 
 #include "Platform/Window.h"
 
+class QWindow;
+
 namespace zephyx {
 
 class DesktopWatch;

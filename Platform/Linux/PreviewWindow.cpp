@@ -1,5 +1,6 @@
 #include "Platform/Linux/PreviewWindow.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QCloseEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>

@@ -65,8 +65,7 @@ QPainterPath glyph(const std::string& symbol) {
 
 class SymbolEngine final : public QIconEngine {
  public:
-  explicit SymbolEngine(QPainterPath glyph)
-      : glyph_(std::move(glyph)), outline_(stroked(glyph_, 1.6)) {}
+  explicit SymbolEngine(const QPainterPath& glyph) : glyph_(glyph), outline_(stroked(glyph, 1.6)) {}
 
   void paint(QPainter* painter, const QRect& rect, QIcon::Mode, QIcon::State) override {
     const double side = std::min(rect.width(), rect.height());

@@ -1,11 +1,14 @@
 #include "Platform/Linux/Toolkit.h"
 
+#include <fontconfig/fontconfig.h>
+
 #include <QtGui/QAccessible>
 #include <QtGui/QClipboard>
 #include <QtGui/QPalette>
 #include <QtQuick/QQuickWindow>
 #include <QtWidgets/QApplication>
 #include <optional>
+#include <thread>
 
 #include "Platform/Linux/SessionBus.h"
 
@@ -77,7 +80,11 @@ Toolkit::Toolkit(int argc, char** argv) : argc_(argc) {
   QGuiApplication::setDesktopFileName(QStringLiteral("com.zephyx.app"));
   QApplication::setStyle(QStringLiteral("fusion"));
   QApplication::setPalette(darkPalette());
+  // Reading the font configuration takes as long as connecting to the display: they go side by
+  // side, but not while the environment changes.
+  std::thread fonts([] { FcInit(); });
   application_ = std::make_unique<QApplication>(argc_, argv);
+  fonts.join();
   if (!hasSessionBus()) {
     // The toolkit looks for assistive technology on the bus as soon as an item is sized. It asks
     // once, and here it hears that there is none.

@@ -22,6 +22,7 @@ WindowHints::WindowHints(DesktopWatch& watch) : watch_(watch), connection_(toolk
 
 void WindowHints::prepareToMap(const QWindow& window, const std::vector<std::string>& states) {
   std::vector<xcb_atom_t> atoms;
+  atoms.reserve(states.size());
   for (const auto& state : states) atoms.push_back(connection_.atom(state));
   xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, nativeWindow(window),
                       connection_.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,

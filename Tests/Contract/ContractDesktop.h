@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -98,6 +99,11 @@ class ContractDesktop {
 struct ContractDesktopFactory {
   const char* name;
   std::function<std::unique_ptr<ContractDesktop>()> make;
+
+  /// How GoogleTest shows it.
+  friend std::ostream& operator<<(std::ostream& stream, const ContractDesktopFactory& factory) {
+    return stream << factory.name;
+  }
 };
 
 }  // namespace zephyx

@@ -250,11 +250,11 @@ std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
 }
 
 int DesktopWindows::distinctColors(const DesktopWindow& window) const {
+  const auto width = static_cast<std::uint16_t>(std::min(window.width, 320));
+  const auto height = static_cast<std::uint16_t>(std::min(window.height, 240));
   const auto reply = owned(xcb_get_image_reply(
       connection_,
-      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0, 0,
-                    static_cast<std::uint16_t>(window.width),
-                    static_cast<std::uint16_t>(window.height), ~0u),
+      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0, 0, width, height, ~0u),
       nullptr));
   if (!reply) return 0;
   const auto* bytes = xcb_get_image_data(reply.get());

@@ -1,4 +1,4 @@
-#include "Runner/PrivateFile.h"
+#include "Platform/PrivateFile.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>

@@ -1,4 +1,4 @@
-#include "Runner/PrivateFile.h"
+#include "Platform/PrivateFile.h"
 
 #include <fcntl.h>
 #include <sys/stat.h>
