@@ -17,7 +17,8 @@ KeySet keysWithSymbol(const xcb_setup_t& setup, const xcb_get_keyboard_mapping_r
   if (mapping.keysyms_per_keycode == 0) return keys;
   for (int i = 0; i < count; ++i) {
     if (symbols[i] != symbol) continue;
-    keys.set(static_cast<std::size_t>(setup.min_keycode + i / mapping.keysyms_per_keycode));
+    const int key = setup.min_keycode + i / mapping.keysyms_per_keycode;
+    keys.set(static_cast<std::size_t>(key));
   }
   return keys;
 }

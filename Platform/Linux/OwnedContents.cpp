@@ -82,9 +82,9 @@ bool OwnedContents::isFile() const {
 
 std::vector<std::string> OwnedContents::types() const {
   std::vector<std::string> types;
-  if (url_) types.push_back(isFile() ? pasteboardType::fileUrl : pasteboardType::url);
-  if (png_) types.push_back(pasteboardType::png);
-  if (string_) types.push_back(pasteboardType::string);
+  if (url_) types.emplace_back(isFile() ? pasteboardType::fileUrl : pasteboardType::url);
+  if (png_) types.emplace_back(pasteboardType::png);
+  if (string_) types.emplace_back(pasteboardType::string);
   return types;
 }
 
@@ -116,10 +116,10 @@ std::shared_ptr<RunningApplication> OwnedContents::source() const {
 std::vector<std::string> OwnedContents::targets() const {
   std::vector<std::string> names;
   if (url_) {
-    names.push_back(selectionTarget::uriList);
-    names.push_back(isFile() ? selectionTarget::copiedFiles : selectionTarget::mozillaUrl);
+    names.emplace_back(selectionTarget::uriList);
+    names.emplace_back(isFile() ? selectionTarget::copiedFiles : selectionTarget::mozillaUrl);
   }
-  if (png_) names.push_back(selectionTarget::png);
+  if (png_) names.emplace_back(selectionTarget::png);
   if (string_) {
     names.insert(names.end(), {selectionTarget::utf8String, selectionTarget::utf8Text,
                                selectionTarget::plainText, selectionTarget::latin1String,

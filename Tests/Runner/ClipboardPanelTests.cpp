@@ -100,6 +100,12 @@ TEST_F(ClipboardPanelTest, ShowingLogsTellsItsEngineAndRemembersTheTarget) {
   EXPECT_TRUE(panel().isKeyWindow());
 }
 
+TEST_F(ClipboardPanelTest, TheHotkeyPressedAgainKeepsTheTargetBehindThePanel) {
+  pressHotkey(HotkeyID::clipboardPanel);
+  takeLog();
+  EXPECT_EQ(monitor().rememberedApp, editor);
+}
+
 TEST_F(ClipboardPanelTest, HidesWhenItLosesTheKeyboardAndOnRequestGivesItBack) {
   call("clipboardUpdateCardFrames",
        Map{{"rects", List{card(0, 0, 10, 10)}}, {"cornerRadius", 8.0}});
