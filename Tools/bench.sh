@@ -36,7 +36,7 @@ awk -F'|' '
     if (!($1 in value)) { verdict = "NOT MEASURED"; shown = "-" }
     else {
       shown = sprintf("%.4g", value[$1])
-      verdict = (least ? value[$1] >= goal : value[$1] <= goal) ? "met" : "MISSED"
+      verdict = (least ? value[$1] + 0 >= goal + 0 : value[$1] + 0 <= goal + 0) ? "met" : "MISSED"
     }
     if (!head++) printf "\n%-62s %10s %10s %-7s %s\n", "", "goal", "measured", "unit", ""
     printf "%-62s %10s %10s %-7s %s\n", $4, $2, shown, $3, verdict

@@ -46,8 +46,10 @@ void ClipboardThread::stop() {
 }
 
 void ClipboardThread::run(ClipboardWorker& worker) {
-  while (!isStopping_ && worker.isConnected()) {
+  for (;;) {
+    // First: what is raised from here on, also for the end, keeps the worker from sleeping.
     wake_.lower();
+    if (isStopping_ || !worker.isConnected()) break;
     for (const auto& command : takeCommands()) command(worker);
     auto finished = worker.step();
     if (!finished.empty()) {

@@ -55,6 +55,17 @@ TEST_F(ClipboardLife, ThoseWhoWaitForAHungOwnerAreReleasedAtTheEnd) {
   EXPECT_FALSE(contents->data(pasteboardType::string)) << "nobody is left to ask";
 }
 
+TEST_F(ClipboardLife, EndsWhileTheThreadIsBeingWokenForSomethingElse) {
+  for (int i = 0; i < 500; ++i) {
+    open();
+    // Its copies, and the end of its connection, wake the thread while it is told to stop.
+    auto program = std::make_unique<ClipboardProgram>();
+    program->copyTexts(numberedTexts("x", 20), 0us);
+    program.reset();
+    pasteboard_.reset();
+  }
+}
+
 TEST_F(ClipboardLife, AnEndedObservationIsNotCalledAndMayEndInItsOwnHandler) {
   auto& pasteboard = open();
   ClipboardProgram program;

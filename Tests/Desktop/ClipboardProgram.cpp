@@ -42,24 +42,37 @@ void ClipboardProgram::run() {
       actions.swap(actions_);
     }
     for (const auto& action : actions) action();
-    while (const auto event = XReply<xcb_generic_event_t>(xcb_poll_for_event(connection_.get()))) {
-      handle(*event);
-    }
-    int wait = -1;
-    if (nextText_ < texts_.size()) {
-      if (Clock::now() >= nextCopy_) {
-        take({{"UTF8_STRING", texts_[nextText_++]}});
-        nextCopy_ = Clock::now() + interval_;
-      }
-      const auto left = std::chrono::ceil<std::chrono::milliseconds>(nextCopy_ - Clock::now());
-      wait = std::max(0, static_cast<int>(left.count()));
-    }
+    handleEvents();
+    const int wait = copyNextText();
     xcb_flush(connection_.get());
+    // Flushing may have taken events from the socket, which then does not wake anybody.
+    if (const XReply<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection_.get())}) {
+      handle(*event);
+      xcb_flush(connection_.get());
+      continue;
+    }
     if (isQuitting_) break;
     pollfd watched[] = {{xcb_get_file_descriptor(connection_.get()), POLLIN, 0},
                         {wake_.descriptor(), POLLIN, 0}};
     poll(watched, 2, wait);
   }
+}
+
+void ClipboardProgram::handleEvents() {
+  while (const XReply<xcb_generic_event_t> event{xcb_poll_for_event(connection_.get())}) {
+    handle(*event);
+  }
+}
+
+// Milliseconds until the next one.
+int ClipboardProgram::copyNextText() {
+  if (nextText_ >= texts_.size()) return -1;
+  if (Clock::now() >= nextCopy_) {
+    take({{"UTF8_STRING", texts_[nextText_++]}});
+    nextCopy_ = Clock::now() + interval_;
+  }
+  const auto left = std::chrono::ceil<std::chrono::milliseconds>(nextCopy_ - Clock::now());
+  return std::max(0, static_cast<int>(left.count()));
 }
 
 void ClipboardProgram::take(Formats formats) {

@@ -60,6 +60,8 @@ class ClipboardProgram {
   };
 
   void run();
+  void handleEvents();
+  int copyNextText();
   void perform(std::function<void()> action);
   void take(Formats formats);
   void handle(const xcb_generic_event_t& event);
