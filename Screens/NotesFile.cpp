@@ -44,8 +44,9 @@ std::variant<std::vector<Note>, QString> readNotesFile(const QString& path) {
     return named("“%1” is damaged or holds no notes. Nothing was imported.", path);
   std::vector<Note> notes;
   const std::int64_t now = nowEpochMs();
-  for (const QJsonValue& value : document.array()) {
-    const QJsonObject object = value.toObject();
+  const QJsonArray entries = document.array();
+  for (const auto& entry : entries) {
+    const QJsonObject object = entry.toObject();
     if (!object["text"].isString())
       return named("“%1” holds something that is not a note. Nothing was imported.", path);
     notes.push_back(

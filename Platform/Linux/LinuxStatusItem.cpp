@@ -9,7 +9,7 @@
 namespace zephyx {
 namespace {
 
-constexpr int trayDelayMilliseconds = 40;
+constexpr int trayDelayMilliseconds = 15;
 constexpr int retryMilliseconds = 20;
 constexpr int maximumAttempts = 25;
 
