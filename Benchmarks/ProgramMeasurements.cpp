@@ -1,10 +1,12 @@
 // Measures the whole program from outside, on a private desktop: prints "name value unit" lines.
+// `program_measurements start` measures one group only: start, first, copies or idle.
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <fstream>
 #include <functional>
+#include <future>
 #include <iostream>
 #include <map>
 #include <sstream>
@@ -162,17 +164,23 @@ void measureRow(VirtualDesktop& desktop, ZephyxProcess& program, milliseconds di
   report("copy.row." + std::to_string(distance.count()) + "ms", median(counts), "of_200");
 }
 
+// The moment of the next copy, taken while the copying program is still at work.
+std::future<Clock::time_point> nextCopy(VirtualDesktop& desktop) {
+  auto watch = std::make_shared<SelectionWatch>(desktop.display());
+  return std::async(std::launch::async, [watch] { return watch->waitForCopy(); });
+}
+
 void measureLongText(VirtualDesktop& desktop, ZephyxProcess& program) {
   const std::string pid = std::to_string(program.pid());
   std::vector<double> times, peaks;
   for (int round = 0; round < 5; ++round) {
     const std::string text(20'000'000, static_cast<char>('a' + round));
-    SelectionWatch watch(desktop.display());
+    auto announced = nextCopy(desktop);
     const auto before = program.history().lastId();
     writeFile("/proc/" + pid + "/clear_refs", "5");  // the peak counts from here
     const double idle = kilobytes(program.pid(), "status", "VmRSS");
     desktop.copy(text);
-    const auto start = watch.waitForCopy();
+    const auto start = announced.get();
     require(waitFor([&] { return program.history().lastId() != before; }, milliseconds(10'000),
                     milliseconds(1)),
             "the long text was not recorded");
@@ -201,9 +209,9 @@ void measureImage(VirtualDesktop& desktop, ZephyxProcess& program) {
     const auto thumbnails = program.dataFolder() / "clipboard_thumbs";
     const auto before = fileCount(blobs, ".png") + fileCount(thumbnails, "_thumb.png");
     const std::string bytes = readFile(picture);
-    SelectionWatch watch(desktop.display());
+    auto announced = nextCopy(desktop);
     desktop.copy(bytes, "image/png");
-    const auto start = watch.waitForCopy();
+    const auto start = announced.get();
     require(waitFor(
                 [&] {
                   return fileCount(blobs, ".png") + fileCount(thumbnails, "_thumb.png") ==
@@ -230,28 +238,32 @@ void measureIdle() {
   require(program->mainWindow().has_value(), "the main window went away");
 }
 
-int measure() {
-  measureStart();
-  measureFirstCopy();
-  {
-    VirtualDesktop desktop;
-    const auto program = readyProgram(desktop);
-    measureLatency(desktop, *program);
-    measureRow(desktop, *program, milliseconds(20));
-    measureRow(desktop, *program, milliseconds(5));
-    measureLongText(desktop, *program);
-    measureImage(desktop, *program);
-  }
-  measureIdle();
+void measureCopies() {
+  VirtualDesktop desktop;
+  const auto program = readyProgram(desktop);
+  measureLatency(desktop, *program);
+  measureRow(desktop, *program, milliseconds(20));
+  measureRow(desktop, *program, milliseconds(5));
+  measureLongText(desktop, *program);
+  measureImage(desktop, *program);
+}
+
+int measure(const std::string& group) {
+  const std::pair<const char*, void (*)()> groups[] = {{"start", &measureStart},
+                                                       {"first", &measureFirstCopy},
+                                                       {"copies", &measureCopies},
+                                                       {"idle", &measureIdle}};
+  for (const auto& [name, function] : groups)
+    if (group.empty() || group == name) function();
   return 0;
 }
 
 }  // namespace
 }  // namespace zephyx
 
-int main() {
+int main(int argc, char** argv) {
   try {
-    return zephyx::measure();
+    return zephyx::measure(argc > 1 ? argv[1] : "");
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
     return 1;

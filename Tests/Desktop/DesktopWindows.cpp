@@ -33,11 +33,13 @@ DesktopWindows::~DesktopWindows() {
 }
 
 std::uint32_t DesktopWindows::atom(const std::string& name) const {
+  auto& known = atoms_[name];
+  if (known) return known;
   const auto reply = owned(xcb_intern_atom_reply(
       connection_,
       xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(name.size()), name.data()),
       nullptr));
-  return reply ? reply->atom : XCB_NONE;
+  return known = reply ? reply->atom : XCB_NONE;
 }
 
 std::string DesktopWindows::textProperty(WindowId window, const std::string& name) const {

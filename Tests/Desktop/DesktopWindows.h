@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -81,6 +82,7 @@ class DesktopWindows {
 
   xcb_connection_t* connection_;
   WindowId root_ = 0;
+  mutable std::map<std::string, std::uint32_t> atoms_;
 };
 
 }  // namespace zephyx
