@@ -41,8 +41,9 @@ struct LinuxPlatform::Services {
   // Work of the global queue may be using any service.
   ~Services() { dispatch.finishGlobalWork(); }
 
+  // A user without a home has no settings that last: a folder that others can write to is no place.
   std::string settingsFolder() const {
-    return directories.configuration().value_or("/tmp") + "/com.zephyx.app";
+    return directories.configuration().value_or("") + "/com.zephyx.app";
   }
 
   LinuxSystemLog systemLog;
