@@ -5,7 +5,7 @@
 #include <chrono>
 #include <random>
 
-#include "Platform/Linux/LinuxImages.h"
+#include "Platform/Linux/Pictures/LinuxImages.h"
 
 namespace zephyx {
 namespace {

@@ -12,7 +12,7 @@
 
 #include "Channel/MethodChannel.h"
 #include "Platform/LifetimeGuard.h"
-#include "Platform/Linux/ScreenProgram.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Screens/BackgroundQueue.h"
 #include "Screens/ClipboardModel.h"
 #include "Screens/ClipboardStore.h"

@@ -7,7 +7,7 @@
 
 #include "Channel/MethodChannel.h"
 #include "Platform/LifetimeGuard.h"
-#include "Platform/Linux/ScreenProgram.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Screens/FilePanel.h"
 #include "Screens/NotesModel.h"
 #include "Screens/NotesStore.h"

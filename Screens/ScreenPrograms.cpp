@@ -1,7 +1,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QStyleHints>
 
-#include "Platform/Linux/ScreenProgram.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Screens/ClipboardScreenController.h"
 #include "Screens/MainScreenController.h"
 

@@ -6,9 +6,9 @@
 #include <QtWidgets/QFileDialog>
 #include <algorithm>
 
-#include "Platform/Linux/DesktopWatch.h"
 #include "Platform/Linux/SingleInstance.h"
-#include "Platform/Linux/WindowHints.h"
+#include "Platform/Linux/Windows/WindowHints.h"
+#include "Platform/Linux/Workspace/DesktopWatch.h"
 
 namespace zephyx {
 

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "Platform/Application.h"
-#include "Platform/Linux/KeyWindowTracker.h"
-#include "Platform/Linux/LinuxWindow.h"
 #include "Platform/Linux/TerminationSignals.h"
+#include "Platform/Linux/Windows/KeyWindowTracker.h"
+#include "Platform/Linux/Windows/LinuxWindow.h"
 
 namespace zephyx {
 

@@ -11,8 +11,8 @@
 
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Platform/Linux/LinuxUserDefaults.h"
-#include "Platform/Linux/ScreenProgram.h"
 #include "Platform/Linux/X11.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Platform.h"

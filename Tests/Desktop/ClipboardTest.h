@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "Platform/Linux/LinuxPasteboard.h"
+#include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 

@@ -3,9 +3,9 @@
 #include <QtWidgets/QMenu>
 
 #include "Platform/Events.h"
-#include "Platform/Linux/KeyCodes.h"
-#include "Platform/Linux/LinuxHotKeys.h"
-#include "Platform/Linux/LinuxKeyboardLayout.h"
+#include "Platform/Linux/Input/KeyCodes.h"
+#include "Platform/Linux/Input/LinuxHotKeys.h"
+#include "Platform/Linux/Input/LinuxKeyboardLayout.h"
 #include "Platform/Linux/X11.h"
 #include "Tests/Desktop/InputTest.h"
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 
 #include "Platform/Events.h"
-#include "Platform/Linux/LinuxAccessibility.h"
-#include "Platform/Linux/LinuxEventPoster.h"
-#include "Platform/Linux/LinuxHotKeys.h"
-#include "Platform/Linux/LinuxPasteboard.h"
+#include "Platform/Linux/Clipboard/LinuxPasteboard.h"
+#include "Platform/Linux/Input/LinuxAccessibility.h"
+#include "Platform/Linux/Input/LinuxEventPoster.h"
+#include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Workspace.h"
 #include "Tests/Desktop/InputTest.h"
 

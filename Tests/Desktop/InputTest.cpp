@@ -1,6 +1,6 @@
 #include "Tests/Desktop/InputTest.h"
 
-#include "Platform/Linux/ToolkitEvents.h"
+#include "Platform/Linux/Input/ToolkitEvents.h"
 #include "Platform/Linux/X11.h"
 
 // A member of this C header is called `explicit`.

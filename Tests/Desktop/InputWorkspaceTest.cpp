@@ -7,7 +7,7 @@
 #include <future>
 
 #include "Platform/Image.h"
-#include "Platform/Linux/LinuxWorkspace.h"
+#include "Platform/Linux/Workspace/LinuxWorkspace.h"
 #include "Platform/Linux/X11.h"
 #include "Tests/Desktop/InputTest.h"
 

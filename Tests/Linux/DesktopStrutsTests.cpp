@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Platform/Linux/DesktopStruts.h"
+#include "Platform/Linux/Windows/DesktopStruts.h"
 
 namespace zephyx {
 namespace {

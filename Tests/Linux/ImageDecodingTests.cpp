@@ -6,8 +6,8 @@
 #include <fstream>
 #include <future>
 
-#include "Platform/Linux/LinuxImage.h"
-#include "Platform/Linux/LinuxImages.h"
+#include "Platform/Linux/Pictures/LinuxImage.h"
+#include "Platform/Linux/Pictures/LinuxImages.h"
 #include "Tests/Linux/PngFile.h"
 
 namespace zephyx {

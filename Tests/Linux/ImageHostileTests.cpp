@@ -3,7 +3,7 @@
 
 #include <functional>
 
-#include "Platform/Linux/LinuxImages.h"
+#include "Platform/Linux/Pictures/LinuxImages.h"
 #include "Tests/Linux/PngFile.h"
 
 namespace zephyx {

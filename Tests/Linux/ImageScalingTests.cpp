@@ -4,8 +4,8 @@
 #include <limits>
 #include <random>
 
-#include "Platform/Linux/LinuxImage.h"
-#include "Platform/Linux/LinuxImages.h"
+#include "Platform/Linux/Pictures/LinuxImage.h"
+#include "Platform/Linux/Pictures/LinuxImages.h"
 
 namespace zephyx {
 namespace {

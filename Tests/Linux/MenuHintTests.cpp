@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Platform/Linux/LinuxMenu.h"
+#include "Platform/Linux/Menus/LinuxMenu.h"
 
 namespace zephyx {
 namespace {

@@ -3,7 +3,7 @@
 #include <QtCore/QUrl>
 #include <fstream>
 
-#include "Platform/Linux/PreviewContent.h"
+#include "Platform/Linux/Preview/PreviewContent.h"
 #include "Tests/Desktop/TemporaryDirectory.h"
 
 namespace zephyx {

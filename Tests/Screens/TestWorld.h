@@ -16,7 +16,7 @@
 #include "Channel/MethodCall.h"
 #include "Channel/MethodResult.h"
 #include "Platform/Directories.h"
-#include "Platform/Linux/ScreenProgram.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Platform/UserDefaults.h"
 #include "Tests/Screens/TestMessenger.h"
 

@@ -1,0 +1,143 @@
+#include "Platform/Linux/Clipboard/ClipboardThread.h"
+
+#include <pthread.h>
+#include <sys/resource.h>
+
+#include <iterator>
+#include <utility>
+
+namespace zephyx {
+namespace {
+
+constexpr int busyMachineNiceness = -10;
+
+// A question that is dropped unanswered breaks its promise.
+template <typename Result>
+Result answerOr(std::future<Result> answer, Result nothing) {
+  try {
+    return answer.get();
+  } catch (const std::future_error&) {
+    return nothing;
+  }
+}
+
+}  // namespace
+
+ClipboardThread::ClipboardThread() {
+  auto worker = ClipboardWorker::make();
+  if (!worker) {
+    isClosed_ = true;
+    return;
+  }
+  thread_ = std::thread([this, worker = std::move(worker)] {
+    pthread_setname_np(pthread_self(), "clipboard");
+    // A copy can be read until the next one is made. Where the user may, be there first when the
+    // machine is busy; where not, nothing changes.
+    setpriority(PRIO_PROCESS, 0, busyMachineNiceness);
+    run(*worker);
+  });
+}
+
+void ClipboardThread::stop() {
+  if (!thread_.joinable()) return;
+  isStopping_ = true;
+  wake_.raise();
+  thread_.join();
+}
+
+void ClipboardThread::run(ClipboardWorker& worker) {
+  for (;;) {
+    // First: what is raised from here on, also for the end, keeps the worker from sleeping.
+    wake_.lower();
+    if (isStopping_ || !worker.isConnected()) break;
+    for (const auto& command : takeCommands()) command(worker);
+    auto finished = worker.step();
+    if (!finished.empty()) {
+      {
+        const std::lock_guard lock(mutex_);
+        std::move(finished.begin(), finished.end(), std::back_inserter(copies_));
+      }
+      announcement_.raise();
+    }
+    worker.wait(wake_.descriptor());
+  }
+  close();
+}
+
+void ClipboardThread::close() {
+  std::vector<Command> dropped;
+  const std::lock_guard lock(mutex_);
+  isClosed_ = true;
+  dropped.swap(commands_);
+}
+
+void ClipboardThread::post(Command command) {
+  {
+    const std::lock_guard lock(mutex_);
+    if (isClosed_) return;
+    commands_.push_back(std::move(command));
+  }
+  wake_.raise();
+}
+
+std::vector<ClipboardThread::Command> ClipboardThread::takeCommands() {
+  const std::lock_guard lock(mutex_);
+  return std::exchange(commands_, {});
+}
+
+std::optional<CopySnapshot> ClipboardThread::takeCopy() {
+  const std::lock_guard lock(mutex_);
+  if (copies_.empty()) return std::nullopt;
+  auto copy = std::move(copies_.front());
+  copies_.pop_front();
+  return copy;
+}
+
+void ClipboardThread::setPlan(PasteboardReadPlan plan) {
+  post([plan = std::make_shared<const PasteboardReadPlan>(std::move(plan))](
+           ClipboardWorker& worker) { worker.copies().setPlan(plan); });
+}
+
+std::future<bool> ClipboardThread::own(std::shared_ptr<const OwnedContents> contents,
+                                       std::uint64_t writeNumber) {
+  auto result = std::make_shared<std::promise<bool>>();
+  auto future = result->get_future();
+  post([contents = std::move(contents), writeNumber,
+        result = std::move(result)](ClipboardWorker& worker) {
+    worker.own(contents, writeNumber, [result](bool isOwner) { result->set_value(isOwner); });
+  });
+  return future;
+}
+
+std::future<bool> ClipboardThread::ownPrimary(std::shared_ptr<const OwnedContents> contents) {
+  auto result = std::make_shared<std::promise<bool>>();
+  auto future = result->get_future();
+  post([contents = std::move(contents), result = std::move(result)](ClipboardWorker& worker) {
+    worker.ownPrimary(contents, [result](bool isOwner) { result->set_value(isOwner); });
+  });
+  return future;
+}
+
+std::optional<SelectionPayload> ClipboardThread::fetch(std::uint64_t number,
+                                                       const TypeOffer& offer) {
+  using Result = std::optional<SelectionPayload>;
+  auto result = std::make_shared<std::promise<Result>>();
+  auto future = result->get_future();
+  post([number, offer, result = std::move(result)](ClipboardWorker& worker) {
+    worker.copies().fetch(number, offer,
+                          [result](Result payload) { result->set_value(std::move(payload)); });
+  });
+  return answerOr<Result>(std::move(future), std::nullopt);
+}
+
+CopySnapshot ClipboardThread::readUnannounced() {
+  auto result = std::make_shared<std::promise<CopySnapshot>>();
+  auto future = result->get_future();
+  post([result = std::move(result)](ClipboardWorker& worker) {
+    worker.copies().readUnannounced(
+        [result](CopySnapshot snapshot) { result->set_value(std::move(snapshot)); });
+  });
+  return answerOr<CopySnapshot>(std::move(future), {});
+}
+
+}  // namespace zephyx

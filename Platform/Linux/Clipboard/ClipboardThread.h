@@ -1,0 +1,64 @@
+#pragma once
+
+#include <atomic>
+#include <deque>
+#include <functional>
+#include <future>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include "Platform/Linux/Clipboard/ClipboardWorker.h"
+#include "Platform/Linux/EventFd.h"
+
+namespace zephyx {
+
+/// The thread that talks to the X server about the clipboard. Any thread may call, except where a
+/// method says otherwise. Once the server is gone or `stop` was called, questions are answered with
+/// nothing.
+class ClipboardThread {
+ public:
+  ClipboardThread();
+  ClipboardThread(const ClipboardThread&) = delete;
+  ClipboardThread& operator=(const ClipboardThread&) = delete;
+  ~ClipboardThread() { stop(); }
+
+  /// Ends the thread; those who wait for an answer get none. By the thread that made this object.
+  void stop();
+  bool announcesChanges() const { return thread_.joinable(); }
+
+  /// Readable when copies have been read.
+  const EventFd& announcement() const { return announcement_; }
+  /// The next copy of another program, in order.
+  std::optional<CopySnapshot> takeCopy();
+
+  void setPlan(PasteboardReadPlan plan);
+  /// The future gives whether it worked; or an exception when the thread ended before.
+  std::future<bool> own(std::shared_ptr<const OwnedContents> contents, std::uint64_t writeNumber);
+  std::future<bool> ownPrimary(std::shared_ptr<const OwnedContents> contents);
+
+  // These wait for the clipboard's owner, as long as the deadlines allow. Not on the main thread.
+  std::optional<SelectionPayload> fetch(std::uint64_t number, const TypeOffer& offer);
+  CopySnapshot readUnannounced();
+
+ private:
+  using Command = std::function<void(ClipboardWorker&)>;
+
+  void post(Command command);
+  std::vector<Command> takeCommands();
+  void run(ClipboardWorker& worker);
+  void close();
+
+  EventFd wake_;
+  EventFd announcement_;
+  std::atomic<bool> isStopping_{false};
+  std::mutex mutex_;
+  bool isClosed_ = false;
+  std::vector<Command> commands_;
+  std::deque<CopySnapshot> copies_;
+  std::thread thread_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "Platform/Linux/Clipboard/CopyReader.h"
+
+namespace zephyx {
+
+/// The copies that other programs have made, each read on its own and handed out in their order;
+/// and questions about the newest one. Used by the connection's thread.
+class CopyQueue {
+ public:
+  /// `owner` is who owned the clipboard when the server's words about changes began.
+  CopyQueue(const ClipboardReading& reading, xcb_window_t owner, xcb_window_t ownWindow);
+
+  void setPlan(std::shared_ptr<const PasteboardReadPlan> plan) { plan_ = std::move(plan); }
+
+  xcb_window_t newestOwner() const { return newest_.owner; }
+  void ownerChanged(const OwnerChange& change, std::uint64_t ownWritesSeen);
+  /// Asks about what was announced. Call it when no event is left: a copy that has already been
+  /// followed by another one needs no question.
+  void startReading();
+  /// Those that are finished and have no unfinished one before them, oldest first.
+  std::vector<CopySnapshot> takeFinished();
+
+  using FetchCompletion = std::function<void(std::optional<SelectionPayload>)>;
+  /// Gives nothing unless the copy is still the newest contents. `completion` is dropped uncalled
+  /// when the queue goes first.
+  void fetch(std::uint64_t number, const TypeOffer& offer, FetchCompletion completion);
+
+  using SnapshotCompletion = std::function<void(CopySnapshot)>;
+  /// The types of what was there before the first announcement.
+  void readUnannounced(SnapshotCompletion completion);
+
+ private:
+  struct Waiting {
+    std::shared_ptr<CopyReader> reader;
+    SnapshotCompletion completion;
+  };
+
+  bool isNewest(std::uint64_t number) const;
+
+  const ClipboardReading& reading_;
+  xcb_window_t ownWindow_;
+  OwnerChange newest_;
+  std::uint64_t newestNumber_ = 0;
+  std::shared_ptr<const PasteboardReadPlan> plan_ = std::make_shared<PasteboardReadPlan>();
+  std::deque<std::shared_ptr<CopyReader>> copies_;
+  std::vector<Waiting> waiting_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,37 @@
+#include "Platform/Linux/Engines/LinuxFlutterEngine.h"
+
+#include <utility>
+
+#include "Platform/Dispatch.h"
+#include "Platform/Linux/Engines/LinuxBinaryMessenger.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
+
+namespace zephyx {
+
+LinuxFlutterEngine::LinuxFlutterEngine(std::string name, Dispatch& dispatch,
+                                       UserDefaults& userDefaults, Directories& directories)
+    : name_(std::move(name)), userDefaults_(userDefaults), directories_(directories) {
+  std::tie(hostEnd_, screenEnd_) = LinuxBinaryMessenger::makePair(dispatch.mainQueue());
+}
+
+LinuxFlutterEngine::~LinuxFlutterEngine() {
+  shutDown();
+}
+
+bool LinuxFlutterEngine::run(const std::string& entryPoint) {
+  if (program_) return true;
+  program_ = makeScreenProgram(entryPoint, {screenEnd_, userDefaults_, directories_});
+  return program_ != nullptr;
+}
+
+std::shared_ptr<BinaryMessenger> LinuxFlutterEngine::binaryMessenger() const {
+  return hostEnd_;
+}
+
+void LinuxFlutterEngine::shutDown() {
+  hostEnd_->cut();
+  if (const auto handler = std::exchange(willShutDown_, nullptr)) handler();
+  program_.reset();
+}
+
+}  // namespace zephyx

@@ -1,0 +1,48 @@
+#include "Platform/Linux/Engines/LinuxFlutterEngines.h"
+
+#include <QtQml/QQmlContext>
+#include <QtQml/QQmlEngine>
+
+#include "Platform/Linux/Engines/LinuxFlutterEngine.h"
+#include "Platform/Linux/Engines/LinuxFlutterViewController.h"
+#include "Platform/Linux/Workspace/DesktopWatch.h"
+
+namespace zephyx {
+
+LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults,
+                                         Directories& directories, DesktopWatch& watch)
+    : dispatch_(dispatch),
+      userDefaults_(userDefaults),
+      directories_(directories),
+      qml_(std::make_unique<QQmlEngine>()) {
+  qml_->rootContext()->setContextProperty(QStringLiteral("desktop"), &watch);
+}
+
+LinuxFlutterEngines::~LinuxFlutterEngines() = default;
+
+std::shared_ptr<FlutterEngine> LinuxFlutterEngines::makeEngine(const std::string& name) {
+  return std::make_shared<LinuxFlutterEngine>(name, dispatch_, userDefaults_, directories_);
+}
+
+std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
+    std::shared_ptr<FlutterEngine> engine) {
+  auto made = std::dynamic_pointer_cast<LinuxFlutterEngine>(std::move(engine));
+  if (!made) return nullptr;
+  return std::make_shared<LinuxFlutterViewController>(std::move(made), *qml_);
+}
+
+std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewControllerWithDefaultEngine() {
+  auto engine =
+      std::make_shared<LinuxFlutterEngine>("main", dispatch_, userDefaults_, directories_);
+  engine->run("main");
+  auto controller = std::make_shared<LinuxFlutterViewController>(std::move(engine), *qml_);
+  // The first picture of the program: other threads read it while the host gets ready.
+  controller->prepareView();
+  return controller;
+}
+
+void LinuxFlutterEngines::registerPlugins(FlutterViewController&) {
+  // A screen program finds what the plug-ins would give it in its `ScreenServices`.
+}
+
+}  // namespace zephyx

@@ -1,0 +1,16 @@
+#include "Platform/Linux/Input/LinuxAccessibility.h"
+
+#include <xcb/xtest.h>
+
+#include "Platform/Linux/Input/ToolkitEvents.h"
+
+namespace zephyx {
+
+bool LinuxAccessibility::isProcessTrusted() const {
+  auto* connection = toolkitConnection();
+  if (!connection) return false;
+  const auto* extension = xcb_get_extension_data(connection, &xcb_test_id);
+  return extension && extension->present;
+}
+
+}  // namespace zephyx

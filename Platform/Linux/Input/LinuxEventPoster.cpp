@@ -1,0 +1,164 @@
+#include "Platform/Linux/Input/LinuxEventPoster.h"
+
+#include <xcb/xtest.h>
+
+#include <algorithm>
+#include <chrono>
+
+#include "Platform/Linux/Clipboard/LinuxPasteboard.h"
+#include "Platform/Linux/Input/HeldKeys.h"
+#include "Platform/Linux/Input/KeyCodes.h"
+#include "Platform/Linux/Input/LinuxHotKeys.h"
+#include "Platform/Linux/Input/TerminalPrograms.h"
+#include "Platform/Linux/Input/ToolkitEvents.h"
+
+namespace zephyx {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto releasePollInterval = 50ms;
+// A key that looks held for longer is let go of: a stuck modifier is worse than a lost one.
+constexpr auto longestHold = 10'000ms;
+constexpr std::uint8_t insertKey = 118;
+constexpr std::uint16_t chordModifiers[] = {XCB_MOD_MASK_CONTROL, XCB_MOD_MASK_SHIFT,
+                                            XCB_MOD_MASK_1};
+
+std::uint16_t xModifiersFromCocoa(std::uint64_t flags) {
+  unsigned mask = 0;
+  if (flags & eventModifier::shift) mask |= XCB_MOD_MASK_SHIFT;
+  if (flags & (eventModifier::control | eventModifier::command)) mask |= XCB_MOD_MASK_CONTROL;
+  if (flags & eventModifier::option) mask |= XCB_MOD_MASK_1;
+  return static_cast<std::uint16_t>(mask);
+}
+
+}  // namespace
+
+LinuxEventPoster::LinuxEventPoster(LinuxPasteboard& pasteboard, LinuxHotKeys* hotKeys)
+    : pasteboard_(pasteboard), hotKeys_(hotKeys) {
+  if (auto* connection = toolkitConnection()) x11_.emplace(connection);
+  releaseTimer_.setInterval(releasePollInterval);
+  QObject::connect(&releaseTimer_, &QTimer::timeout, &releaseTimer_,
+                   [this] { letGoOfReleasedKeys(); });
+}
+
+LinuxEventPoster::~LinuxEventPoster() {
+  if (pressedAgain_.none()) return;
+  fakeAll(false, pressedAgain_);
+  xcb_flush(x11_->get());
+}
+
+bool LinuxEventPoster::postKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  if (!x11_) return false;
+  const auto* extension = xcb_get_extension_data(x11_->get(), &xcb_test_id);
+  if (!extension || !extension->present) return false;
+  const auto chord = chordFor(keyCode, modifierFlags);
+  return chord && type(*chord);
+}
+
+std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t keyCode,
+                                                                  std::uint64_t modifierFlags) {
+  Chord chord{keyFor(keyCode), xModifiersFromCocoa(modifierFlags)};
+  if (chord.key == 0) return std::nullopt;
+  const char letter = usLetterOfMacKeyCode(keyCode);
+  if (modifierFlags != eventModifier::command || (letter != 'v' && letter != 'c')) return chord;
+  if (letter == 'v') pasteboard_.waitUntilOffered();
+
+  switch (pasteStyleOf(activeWindowClass())) {
+    case PasteStyle::control:
+      return chord;
+    case PasteStyle::controlShift:
+      chord.modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
+      return chord;
+    case PasteStyle::shiftInsert:
+      // There is no chord for copying: selecting is copying, and Control-C would end what runs.
+      if (letter == 'c') return std::nullopt;
+      pasteboard_.offerAsPrimary();
+      return Chord{insertKey, XCB_MOD_MASK_SHIFT};
+  }
+  return std::nullopt;
+}
+
+std::uint8_t LinuxEventPoster::keyFor(std::uint16_t keyCode) const {
+  const char letter = usLetterOfMacKeyCode(keyCode);
+  // The keysyms of small Latin letters are their ASCII codes.
+  if (letter) {
+    const auto key = keymap_.keyWithSymbol(static_cast<xkb_keysym_t>(letter));
+    if (key != 0) return key;
+  }
+  return static_cast<std::uint8_t>(xKeycodeFromMac(keyCode));
+}
+
+std::string LinuxEventPoster::activeWindowClass() {
+  const auto window = x11_->activeWindow();
+  if (window == XCB_NONE) return {};
+  auto names = x11_->propertyText(window, "WM_CLASS");  // instance NUL class NUL
+  const auto separator = names.find('\0');
+  if (separator == std::string::npos) return names;
+  return names.c_str() + separator + 1;
+}
+
+bool LinuxEventPoster::type(Chord chord) {
+  auto* connection = x11_->get();
+  const auto modifierMap = ModifierMap::read(connection);
+  std::vector<std::uint8_t> keys;
+  for (const auto modifier : chordModifiers) {
+    if (!(chord.modifiers & modifier)) continue;
+    const auto key = modifierMap.keyFor(modifier);
+    if (key == 0) return false;
+    keys.push_back(key);
+  }
+  keys.push_back(chord.key);
+
+  // While a hot key is held its grab would bring the chord to this program.
+  xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
+  const auto seen = keysSeenDown(connection);
+  fakeAll(false, seen & ~modifierMap.lockKeys());
+  // A key that is still down on the synthesizing keyboard, though nobody sees it, would swallow
+  // the next press.
+  for (const auto key : keys) fake(false, key);
+
+  const auto pressAndRelease = [&] {
+    for (const auto key : keys) fake(true, key);
+    std::for_each(keys.rbegin(), keys.rend(), [&](std::uint8_t key) { fake(false, key); });
+  };
+  if (hotKeys_) {
+    hotKeys_->withoutGrab(chord.key, chord.modifiers, pressAndRelease);
+  } else {
+    pressAndRelease();
+  }
+
+  // The user still holds these: the next press of the hot key's own key must find them down.
+  const auto held = seen & modifierMap.heldModifierKeys() & keysPhysicallyDown(connection);
+  fakeAll(false, held);
+  fakeAll(true, held);
+  xcb_flush(connection);
+  pressedAgain_ = held;
+  if (held.any()) {
+    sincePressedAgain_.start();
+    releaseTimer_.start();
+  }
+  return true;
+}
+
+void LinuxEventPoster::fake(bool press, std::uint8_t key) {
+  xcb_test_fake_input(x11_->get(), press ? XCB_KEY_PRESS : XCB_KEY_RELEASE, key, XCB_CURRENT_TIME,
+                      XCB_NONE, 0, 0, 0);
+}
+
+void LinuxEventPoster::fakeAll(bool press, const KeySet& keys) {
+  for (std::size_t key = 0; key < keys.size(); ++key) {
+    if (keys[key]) fake(press, static_cast<std::uint8_t>(key));
+  }
+}
+
+void LinuxEventPoster::letGoOfReleasedKeys() {
+  const bool isTooLong = sincePressedAgain_.elapsed() > longestHold.count();
+  const auto held = isTooLong ? KeySet{} : keysPhysicallyDown(x11_->get());
+  fakeAll(false, pressedAgain_ & ~held);
+  xcb_flush(x11_->get());
+  pressedAgain_ &= held;
+  if (pressedAgain_.none()) releaseTimer_.stop();
+}
+
+}  // namespace zephyx

@@ -1,0 +1,165 @@
+#include "Platform/Linux/Menus/LinuxMenu.h"
+
+#include <QtGui/QAction>
+#include <QtGui/QKeyEvent>
+#include <QtGui/QKeySequence>
+#include <QtWidgets/QMenu>
+#include <algorithm>
+#include <utility>
+
+namespace zephyx {
+namespace {
+
+constexpr const char* look = R"(
+QMenu { background: #26262b; border: 1px solid #3f3f47; padding: 6px 0; color: #e8e8ec; }
+QMenu::item { padding: 6px 18px 6px 22px; margin: 0 6px; border-radius: 5px; }
+QMenu::item:selected { background: #4c8dff; color: white; }
+QMenu::item:disabled { color: #75757d; }
+QMenu::separator { height: 1px; background: #3f3f47; margin: 6px 14px; }
+QMenu::indicator { width: 14px; height: 14px; left: 10px; }
+)";
+
+struct ModifierName {
+  std::uint64_t flag;
+  Qt::KeyboardModifier modifier;
+  const char* name;
+};
+constexpr ModifierName modifierNames[] = {
+    {eventModifier::control, Qt::ControlModifier, "Ctrl+"},
+    {eventModifier::option, Qt::AltModifier, "Alt+"},
+    {eventModifier::shift, Qt::ShiftModifier, "Shift+"},
+    {eventModifier::command, Qt::MetaModifier, "Super+"},
+};
+
+struct KeyName {
+  char16_t character;
+  const char* name;
+};
+/// Key equivalents that are not characters to be printed, named as the toolkit names the keys.
+constexpr KeyName keyNames[] = {
+    {u' ', "Space"},  {u'\t', "Tab"},  {u'\r', "Return"}, {u'\x1b', "Esc"},   {u'\b', "Backspace"},
+    {u'\x7f', "Del"}, {0xF700, "Up"},  {0xF701, "Down"},  {0xF702, "Left"},   {0xF703, "Right"},
+    {0xF729, "Home"}, {0xF72B, "End"}, {0xF72C, "PgUp"},  {0xF72D, "PgDown"},
+};
+constexpr char16_t firstFunctionKey = 0xF704;
+constexpr char16_t lastFunctionKey = 0xF726;
+
+QString keyName(const std::string& keyEquivalent) {
+  const auto text = QString::fromStdString(keyEquivalent);
+  if (text.size() != 1) return text.toUpper();
+  const char16_t character = text[0].unicode();
+  for (const auto& each : keyNames) {
+    if (each.character == character) return QLatin1String(each.name);
+  }
+  if (character >= firstFunctionKey && character <= lastFunctionKey) {
+    return QStringLiteral("F%1").arg(character - firstFunctionKey + 1);
+  }
+  return text.toUpper();
+}
+
+Qt::KeyboardModifiers modifiersOf(std::uint64_t mask) {
+  Qt::KeyboardModifiers modifiers;
+  for (const auto& each : modifierNames) {
+    if (mask & each.flag) modifiers |= each.modifier;
+  }
+  return modifiers;
+}
+
+}  // namespace
+
+/// Key equivalents belong to the open menu alone; as the toolkit's shortcuts they would be claimed
+/// from the host's windows too.
+class LinuxMenu::KeyEquivalents final : public QObject {
+ public:
+  explicit KeyEquivalents(LinuxMenu& menu) : menu_(menu) {
+    menu_.widget_->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject*, QEvent* event) override {
+    if (event->type() != QEvent::KeyPress) return false;
+    const auto* press = static_cast<QKeyEvent*>(event);
+    const auto pressed = press->modifiers() & ~Qt::KeypadModifier;
+    for (const auto& row : menu_.rows_) {
+      const auto& wanted = row.item->properties();
+      if (wanted.keyEquivalent.empty() || wanted.isHidden) continue;
+      if (pressed != modifiersOf(wanted.keyEquivalentModifierMask)) continue;
+      const auto key = QKeySequence(press->key()).toString(QKeySequence::PortableText);
+      if (key != keyName(wanted.keyEquivalent)) continue;
+      menu_.close();
+      row.action->trigger();
+      return true;
+    }
+    return false;
+  }
+
+ private:
+  LinuxMenu& menu_;
+};
+
+LinuxMenu::LinuxMenu(std::shared_ptr<Menu> menu)
+    : menu_(std::move(menu)), widget_(std::make_unique<QMenu>()) {
+  widget_->setStyleSheet(QLatin1String(look));
+  for (const auto& item : menu_->items()) addRow(item);
+  keyEquivalents_ = std::make_unique<KeyEquivalents>(*this);
+  QObject::connect(widget_.get(), &QMenu::aboutToHide, widget_.get(), [menu = menu_] {
+    if (auto* delegate = menu->delegate()) delegate->menuDidClose(*menu);
+  });
+}
+
+LinuxMenu::~LinuxMenu() {
+  for (const auto& row : rows_) row.item->onChange = nullptr;
+}
+
+void LinuxMenu::addRow(const std::shared_ptr<MenuItem>& item) {
+  auto* action = new QAction(widget_.get());
+  show(*item, *action);
+  item->onChange = [item = item.get(), action] { show(*item, *action); };
+  // Choosing a row with a mark turns the mark; the data say what it is.
+  QObject::connect(action, &QAction::triggered, action, [item, action] {
+    item->perform();
+    show(*item, *action);
+  });
+  widget_->addAction(action);
+  rows_.push_back({item, action});
+}
+
+void LinuxMenu::show(const MenuItem& item, QAction& action) {
+  const auto& properties = item.properties();
+  action.setSeparator(item.isSeparator());
+  action.setVisible(!properties.isHidden);
+  if (item.isSeparator()) return;
+  auto title = QString::fromStdString(properties.title);
+  title.replace(QLatin1Char('&'), QLatin1String("&&"));
+  const auto hint = shortcutHint(properties);
+  if (!hint.empty()) title += QStringLiteral("\t\u2003") + QString::fromStdString(hint);
+  action.setText(title);
+  action.setCheckable(properties.isOn);
+  action.setChecked(properties.isOn);
+}
+
+std::string LinuxMenu::shortcutHint(const MenuItem::Properties& properties) {
+  if (properties.keyEquivalent.empty()) return {};
+  std::string hint;
+  for (const auto& each : modifierNames) {
+    if (properties.keyEquivalentModifierMask & each.flag) hint += each.name;
+  }
+  return hint + keyName(properties.keyEquivalent).toStdString();
+}
+
+void LinuxMenu::popUp(QPoint position) {
+  if (auto* delegate = menu_->delegate()) {
+    delegate->menuNeedsUpdate(*menu_);
+    delegate->menuWillOpen(*menu_);
+  }
+  widget_->popup(position);
+}
+
+void LinuxMenu::close() {
+  widget_->close();
+}
+
+bool LinuxMenu::isOpen() const {
+  return widget_->isVisible();
+}
+
+}  // namespace zephyx

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QtCore/QPoint>
+#include <QtCore/QTimer>
+#include <memory>
+
+#include "Platform/Linux/Menus/LinuxMenu.h"
+#include "Platform/Linux/Menus/TrayIcon.h"
+#include "Platform/Menu.h"
+
+namespace zephyx {
+
+/// The tray icon and its menu.
+class LinuxStatusItem final : public StatusItem {
+ public:
+  LinuxStatusItem();
+
+  void setImage(const std::string& symbol, const std::string& accessibilityDescription) override;
+  void setMenu(std::shared_ptr<Menu> menu) override;
+  void cancelTrackingWithoutAnimation() override;
+  void performClick() override;
+
+ private:
+  void clicked(QPoint position);
+  void openWhenInputIsFree();
+
+  std::shared_ptr<Menu> menu_;
+  QPoint position_;
+  int attemptsLeft_ = 0;
+  QTimer retry_;
+  std::unique_ptr<LinuxMenu> shown_;  ///< made when it is first opened
+  TrayIcon tray_;
+};
+
+class LinuxStatusBar final : public StatusBar {
+ public:
+  std::shared_ptr<StatusItem> makeStatusItem(double length) override;
+};
+
+}  // namespace zephyx

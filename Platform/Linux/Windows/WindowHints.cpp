@@ -1,0 +1,73 @@
+#include "Platform/Linux/Windows/WindowHints.h"
+
+#include <QtGui/QWindow>
+#include <algorithm>
+
+#include "Platform/Linux/Input/ToolkitEvents.h"
+#include "Platform/Linux/Workspace/DesktopWatch.h"
+
+namespace zephyx {
+namespace {
+
+/// Source indication of EWMH messages: a request on the user's behalf.
+constexpr std::uint32_t fromPager = 2;
+
+xcb_window_t nativeWindow(const QWindow& window) {
+  return static_cast<xcb_window_t>(window.winId());
+}
+
+}  // namespace
+
+WindowHints::WindowHints(DesktopWatch& watch) : watch_(watch), connection_(toolkitConnection()) {}
+
+void WindowHints::prepareToMap(const QWindow& window, const std::vector<std::string>& states) {
+  std::vector<xcb_atom_t> atoms;
+  atoms.reserve(states.size());
+  for (const auto& state : states) atoms.push_back(connection_.atom(state));
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, nativeWindow(window),
+                      connection_.atom("_NET_WM_STATE"), XCB_ATOM_ATOM, 32,
+                      static_cast<std::uint32_t>(atoms.size()), atoms.data());
+  // A window that was shown before would otherwise come back on the desktop that it left.
+  xcb_delete_property(connection_.get(), nativeWindow(window), connection_.atom("_NET_WM_DESKTOP"));
+}
+
+void WindowHints::setState(const QWindow& window, const std::string& state, bool on) {
+  sendToRoot(nativeWindow(window), "_NET_WM_STATE",
+             {on ? 1u : 0u, connection_.atom(state), 0, fromPager, 0});
+}
+
+void WindowHints::moveToCurrentDesktop(const QWindow& window) {
+  sendToRoot(nativeWindow(window), "_NET_WM_DESKTOP",
+             {watch_.currentDesktop(), fromPager, 0, 0, 0});
+}
+
+void WindowHints::activate(const QWindow& window) {
+  lastActivation_ = std::chrono::steady_clock::now();
+  const auto time = watch_.serverTime();
+  if (connection_.property32(connection_.root(), "_NET_SUPPORTING_WM_CHECK").empty()) {
+    xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_PARENT, nativeWindow(window), time);
+    xcb_flush(connection_.get());
+    return;
+  }
+  sendToRoot(nativeWindow(window), "_NET_ACTIVE_WINDOW", {fromPager, time, 0, 0, 0});
+}
+
+bool WindowHints::hasJustActivated() const {
+  return std::chrono::steady_clock::now() - lastActivation_ < std::chrono::milliseconds(100);
+}
+
+void WindowHints::sendToRoot(xcb_window_t window, const std::string& type,
+                             const std::vector<std::uint32_t>& data) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = connection_.atom(type);
+  std::copy(data.begin(), data.end(), message.data.data32);
+  xcb_send_event(connection_.get(), 0, connection_.root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_.get());
+}
+
+}  // namespace zephyx
