@@ -8,6 +8,9 @@ FocusScope {
     readonly property bool composited: typeof desktop === "undefined" || desktop.composited
     readonly property var filters: ["", "text", "url", "image", "file", "pinned"]
     property bool confirmsClearing: false
+    // A pointer that lies where the panel opens points at nothing until it moves.
+    property bool pointerMoved: false
+    property point pointerAtRest
 
     // The host draws the dark backgrounds behind these.
     readonly property var cards: {
@@ -29,11 +32,17 @@ FocusScope {
 
     function begin() {
         confirmsClearing = false
+        restPointer()
         search.input.clear()
         screen.filter = ""
         list.currentIndex = 0
         list.positionViewAtBeginning()
         search.input.forceActiveFocus()
+    }
+
+    function restPointer() {
+        pointerMoved = false
+        pointerAtRest = pointer.point.position
     }
 
     function select(index) {
@@ -102,6 +111,16 @@ FocusScope {
     Connections {
         target: root.screen
         function onPanelShown() { root.begin() }
+    }
+
+    HoverHandler {
+        id: pointer
+        onHoveredChanged: if (hovered) root.restPointer()
+        onPointChanged: {
+            const away = Math.abs(point.position.x - root.pointerAtRest.x)
+                + Math.abs(point.position.y - root.pointerAtRest.y)
+            if (hovered && away > 2) root.pointerMoved = true
+        }
     }
 
     Rectangle {
@@ -239,6 +258,7 @@ FocusScope {
             delegate: EntryRow {
                 width: ListView.view.width
                 screen: root.screen
+                followsPointer: root.pointerMoved
                 onSelected: list.currentIndex = index
                 onChosen: plainText => root.screen.paste(index, plainText)
             }

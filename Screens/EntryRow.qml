@@ -14,7 +14,9 @@ Item {
     required property bool hasFile
 
     required property ClipboardController screen
+    required property bool followsPointer
     readonly property bool current: ListView.isCurrentItem
+    readonly property bool hovered: followsPointer && area.containsMouse
     readonly property bool hasPicture: thumbnail.toString().length > 0
     signal chosen(bool plainText)
     signal selected
@@ -28,7 +30,7 @@ Item {
     Rectangle {
         anchors { fill: parent; topMargin: 2; bottomMargin: 2 }
         radius: 12
-        color: row.current ? Theme.accentSoft : area.containsMouse ? Theme.hover : "transparent"
+        color: row.current ? Theme.accentSoft : row.hovered ? Theme.hover : "transparent"
 
         Rectangle {
             visible: row.current
@@ -139,7 +141,7 @@ Item {
 
     Loader {
         id: actions
-        active: row.current || area.containsMouse
+        active: row.current || row.hovered
         anchors { right: parent.right; rightMargin: 8; bottom: parent.bottom; bottomMargin: 6 }
         sourceComponent: Row {
             IconButton {

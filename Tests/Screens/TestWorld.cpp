@@ -83,6 +83,8 @@ void TestWorld::startProgram() {
 
 void TestWorld::stopProgram() {
   picture_.reset();
+  // One more frame: a window that ends with removed items keeps what they were drawn with.
+  if (window_) window_->grabWindow();
   window_.reset();
   engine_.reset();
   program_.reset();
