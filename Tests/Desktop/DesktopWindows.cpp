@@ -138,11 +138,20 @@ std::optional<DesktopWindow> DesktopWindows::find(const Predicate& predicate) co
   return std::nullopt;
 }
 
+std::string DesktopWindows::description() const {
+  std::string text;
+  for (const auto& window : managed())
+    text += " " + window.className + " of " + std::to_string(window.pid) +
+            (window.viewable ? ", viewable, colours " : ", hidden, colours ") +
+            std::to_string(distinctColors(window)) + ";";
+  return text;
+}
+
 DesktopWindow DesktopWindows::waitForManaged(const std::string& what, const Predicate& predicate,
                                              std::chrono::milliseconds deadline) const {
   std::optional<DesktopWindow> result;
   if (!waitFor([&] { return (result = find(predicate)).has_value(); }, deadline))
-    throw std::runtime_error("no window of " + what);
+    throw std::runtime_error("no window of " + what + ";" + description());
   return *result;
 }
 

@@ -45,6 +45,8 @@ class DesktopWindows {
   /// Every window of at least 4 pixels that can be seen, menus and tray icons included.
   std::vector<DesktopWindow> viewable() const;
   DesktopWindow describe(WindowId window) const;
+  /// The managed windows in words, for messages.
+  std::string description() const;
   std::optional<DesktopWindow> find(const Predicate& predicate) const;
 
   /// Throws std::runtime_error, naming `what`, when no such window shows up in time.

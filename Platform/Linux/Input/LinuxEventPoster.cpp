@@ -17,7 +17,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr auto releasePollInterval = 50ms;
+constexpr auto releasePollInterval = 50ms;  // where the server does not tell
 // A key that looks held for longer is let go of: a stuck modifier is worse than a lost one.
 constexpr auto longestHold = 10'000ms;
 constexpr std::uint8_t insertKey = 118;
@@ -134,10 +134,7 @@ bool LinuxEventPoster::type(Chord chord) {
   fakeAll(true, held);
   xcb_flush(connection);
   pressedAgain_ = held;
-  if (held.any()) {
-    sincePressedAgain_.start();
-    releaseTimer_.start();
-  }
+  if (held.any()) followHeldKeys();
   return true;
 }
 
@@ -152,13 +149,26 @@ void LinuxEventPoster::fakeAll(bool press, const KeySet& keys) {
   }
 }
 
+void LinuxEventPoster::followHeldKeys() {
+  sincePressedAgain_.start();
+  releaseTimer_.start();
+  // At once, or the user's next key would still be a chord.
+  if (!releaseWatch_) releaseWatch_.emplace([this] { letGoOfReleasedKeys(); });
+  letGoOfReleasedKeys();  // what was let go of before the watch began
+}
+
 void LinuxEventPoster::letGoOfReleasedKeys() {
   const bool isTooLong = sincePressedAgain_.elapsed() > longestHold.count();
   const auto held = isTooLong ? KeySet{} : keysPhysicallyDown(x11_->get());
   fakeAll(false, pressedAgain_ & ~held);
   xcb_flush(x11_->get());
   pressedAgain_ &= held;
-  if (pressedAgain_.none()) releaseTimer_.stop();
+  if (pressedAgain_.any()) return;
+  releaseTimer_.stop();
+  // The watch may be what called; and without it the user's typing wakes nobody.
+  QTimer::singleShot(0, &releaseTimer_, [this] {
+    if (pressedAgain_.none()) releaseWatch_.reset();
+  });
 }
 
 }  // namespace zephyx

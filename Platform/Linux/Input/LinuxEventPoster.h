@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/Events.h"
+#include "Platform/Linux/Input/KeyReleaseWatch.h"
 #include "Platform/Linux/Input/ModifierMap.h"
 #include "Platform/Linux/Input/XkbKeymap.h"
 #include "Platform/Linux/X11.h"
@@ -38,6 +39,7 @@ class LinuxEventPoster : public EventPoster {
   bool type(Chord chord);
   void fake(bool press, std::uint8_t key);
   void fakeAll(bool press, const KeySet& keys);
+  void followHeldKeys();
   void letGoOfReleasedKeys();
 
   LinuxPasteboard& pasteboard_;
@@ -47,6 +49,7 @@ class LinuxEventPoster : public EventPoster {
   // Modifiers that were taken from under the user's fingers for a chord and pressed again after it:
   // nobody else lets go of these synthesized presses.
   KeySet pressedAgain_;
+  std::optional<KeyReleaseWatch> releaseWatch_;  // while some of these are held
   QTimer releaseTimer_;
   QElapsedTimer sincePressedAgain_;
 };
