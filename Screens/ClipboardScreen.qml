@@ -8,6 +8,7 @@ FocusScope {
     readonly property bool composited: typeof desktop === "undefined" || desktop.composited
     readonly property var filters: ["", "text", "url", "image", "file", "pinned"]
     property bool confirmsClearing: false
+    property bool justShown: false
     // A pointer that lies where the panel opens points at nothing until it moves.
     property bool pointerMoved: false
     property point pointerAtRest
@@ -23,8 +24,12 @@ FocusScope {
     focus: true
 
     onCardsChanged: Qt.callLater(reportCards)
-    // So that the next showing does not begin with a glimpse of the last.
-    Window.onVisibilityChanged: if (Window.visibility === Window.Hidden) begin()
+    // When it hides, so that the next showing does not begin with a glimpse of this one. When it
+    // shows, because a key may come before the host's word: by then the newest entry is selected.
+    Window.onVisibilityChanged: {
+        begin()
+        justShown = Window.visibility !== Window.Hidden
+    }
     Component.onCompleted: { reportCards(); begin() }
 
     function frameOf(card) { return Qt.rect(card.x, card.y, card.width, card.height) }
@@ -110,7 +115,10 @@ FocusScope {
 
     Connections {
         target: root.screen
-        function onPanelShown() { root.begin() }
+        function onPanelShown() {
+            if (!root.justShown) root.begin()
+            root.justShown = false
+        }
     }
 
     HoverHandler {

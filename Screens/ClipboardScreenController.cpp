@@ -127,7 +127,6 @@ void ClipboardScreenController::showPanel() {
   removePreview();
   setMessage({});
   model_.setNow(nowEpochMs());
-  setQuery({});
   // The host hid its backgrounds with the panel.
   if (!cards_.isNull()) channel_.invokeMethod(updateCardFramesMethod, cards_);
   channel_.invokeMethod(checkAccessibilityMethod, {}, guard_.wrap([this](const MethodReply& reply) {

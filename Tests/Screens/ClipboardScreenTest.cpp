@@ -124,6 +124,27 @@ TEST_F(ClipboardScreenTest, PastesWhatASearchFindsThoughEnterComesBeforeIt) {
   EXPECT_EQ(entries()->rowCount(), 1);
 }
 
+TEST_F(ClipboardScreenTest,
+       AKeyThatComesBeforeTheHostsWordMeansWhatWasCopiedWhileThePanelWasHidden) {
+  captureTexts({"old"});
+  show();
+  world.window()->hide();
+  captureTexts({"newer", "newest"});
+  world.window()->show();
+  ASSERT_TRUE(waitFor([&] { return world.window()->isExposed(); }));
+  world.window()->grabWindow();
+  world.press(Qt::Key_Return);
+  ASSERT_TRUE(world.waitForCall("clipboardPaste"));
+  EXPECT_EQ(argument("clipboardSetPasteboard", "text"), Value("newest"));
+  world.replies["clipboardPaste"] = Value("pasted");
+
+  world.window()->hide();
+  world.window()->show();
+  world.type("new");
+  world.call("clipboardPanelShown");
+  EXPECT_EQ(controller()->searchText(), "new");
+}
+
 TEST_F(ClipboardScreenTest, AsksForThePermissionWhenPastingIsNotTrusted) {
   captureTexts({"text"});
   show();
