@@ -31,6 +31,7 @@ constexpr auto openUrlMethod = "clipboardOpenUrl";
 constexpr auto notTrusted = "notTrusted";
 constexpr auto pinnedFilter = "pinned";
 constexpr int pageRows = 60;
+constexpr qsizetype longestSearch = 10'000;
 constexpr std::size_t previewBytes = 1'000'000;
 
 constexpr auto gone = "This entry is no longer in the history.";
@@ -59,6 +60,9 @@ ClipboardScreenController::ClipboardScreenController(ScreenServices services)
     : settings_(services.userDefaults),
       folder_(screenFolder(services.directories)),
       generation_(std::make_shared<std::atomic<std::uint64_t>>(0)),
+      pasteShortcut_(
+          services.readClipboardText, longestSearch,
+          [this] { setMessage(tr("The clipboard holds more than one can search for.")); }),
       channel_(services.messenger, screenChannelName, reportToLog) {
   connect(&model_, &ClipboardModel::moreWanted, this, &ClipboardScreenController::loadMore);
   queue_.run(

@@ -16,6 +16,7 @@
 #include "Screens/BackgroundQueue.h"
 #include "Screens/ClipboardModel.h"
 #include "Screens/ClipboardStore.h"
+#include "Screens/PasteShortcut.h"
 #include "Screens/ScreenSettings.h"
 
 namespace zephyx {
@@ -96,6 +97,7 @@ class ClipboardScreenController : public QObject {
   Value cards_;
   std::shared_ptr<std::atomic<std::uint64_t>> generation_;
   std::unique_ptr<ClipboardStore> store_;  ///< touched by the queue's thread alone
+  PasteShortcut pasteShortcut_;
   MethodChannel channel_;
   BackgroundQueue queue_;  ///< ends before the store that its work uses
   LifetimeGuard guard_;

@@ -1,8 +1,5 @@
 #include "Screens/MainScreenController.h"
 
-#include <QtCore/QMimeData>
-#include <QtGui/QClipboard>
-#include <QtGui/QGuiApplication>
 #include <algorithm>
 #include <chrono>
 #include <utility>
@@ -39,6 +36,8 @@ QString counted(std::size_t notes) {
 MainScreenController::MainScreenController(ScreenServices services)
     : settings_(services.userDefaults),
       store_(screenFolder(services.directories)),
+      readClipboardText_(services.readClipboardText),
+      pasteShortcut_(services.readClipboardText, maximumNoteCharacters, [this] { tellTooLong(); }),
       channel_(services.messenger, screenChannelName, reportToLog) {
   saveTimer_.setSingleShot(true);
   saveTimer_.setInterval(saveDelay);
@@ -89,12 +88,13 @@ void MainScreenController::handle(const MethodCall& call, MethodResult result) {
 }
 
 void MainScreenController::pasteIntoEditor() {
-  const QMimeData* data = QGuiApplication::clipboard()->mimeData();
-  if (!data || !data->hasText()) return;
-  const QString pasted = data->text();
-  if (pasted.isEmpty()) return;
-  if (pasted.size() + current_.text.size() > maximumNoteCharacters)
-    return tell(tr("The clipboard holds more text than fits into a note."));
+  readClipboardText_(guard_.wrap([this](std::optional<std::string> text) {
+    if (text && !text->empty()) pasteText(QString::fromStdString(*text));
+  }));
+}
+
+void MainScreenController::pasteText(const QString& pasted) {
+  if (pasted.size() + current_.text.size() > maximumNoteCharacters) return tellTooLong();
   setShowsSettings(false);
   if (hasEditor_) {
     emit textPasted(pasted);
@@ -231,6 +231,10 @@ void MainScreenController::importFrom(const QString& path) {
   if (current_.id == 0 && current_.text.isEmpty()) openNote(0);
   tell(*added == 0 ? tr("These notes are all here already.")
                    : tr("%1 imported.").arg(counted(*added)));
+}
+
+void MainScreenController::tellTooLong() {
+  tell(tr("The clipboard holds more text than fits into a note."));
 }
 
 void MainScreenController::tell(const QString& message) {

@@ -11,6 +11,7 @@
 #include "Screens/FilePanel.h"
 #include "Screens/NotesModel.h"
 #include "Screens/NotesStore.h"
+#include "Screens/PasteShortcut.h"
 #include "Screens/ScreenSettings.h"
 
 namespace zephyx {
@@ -76,10 +77,12 @@ class MainScreenController : public QObject {
  private:
   void handle(const MethodCall& call, MethodResult result);
   void pasteIntoEditor();
+  void pasteText(const QString& pasted);
   void leaveNote();
   void open(Note note);
   void reload();
   void tell(const QString& message);
+  void tellTooLong();
 
   ScreenSettings settings_;
   NotesStore store_;
@@ -93,6 +96,8 @@ class MainScreenController : public QObject {
   bool unsaved_ = false;
   QTimer saveTimer_;
   FilePanel filePanel_;
+  ClipboardTextReader readClipboardText_;
+  PasteShortcut pasteShortcut_;
   MethodChannel channel_;
   LifetimeGuard guard_;
 };

@@ -68,7 +68,7 @@ struct LinuxPlatform::Services {
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
   LinuxStatusBar statusBar;
-  LinuxFlutterEngines flutterEngines{dispatch, userDefaults, directories, *watch};
+  LinuxFlutterEngines flutterEngines{dispatch, userDefaults, directories, pasteboard, *watch};
   LinuxApplication application{*watch, defaultCenter, *instance, windowHints};
 };
 

@@ -161,47 +161,6 @@ TEST_F(ClipboardReading, OnlyThePreferredOfManyFormatsIsFetched) {
   EXPECT_EQ(shown_[0].text(), "text") << "fetched on demand";
 }
 
-class ClipboardBursts : public ClipboardTest, public testing::WithParamInterface<int> {};
-
-// What a program has replaced before the server could pass a question on is lost to everybody, and
-// a busy machine may stop the server for that long. So no copy may be missed in every round, and
-// one round must be nearly complete; a wrong text is never right.
-TEST_P(ClipboardBursts, EveryCopyIsShownOnceInOrderWithItsOwnText) {
-  constexpr std::size_t count = 200;
-  constexpr std::size_t nearlyComplete = 10;
-  openAndObserve();
-  ClipboardProgram program;
-  std::set<std::size_t> alwaysMissed;
-  std::size_t fewestMissed = count;
-  for (int round = 0; round < 5 && (fewestMissed > nearlyComplete || !alwaysMissed.empty());
-       ++round) {
-    const auto texts = numberedTexts(std::to_string(round) + " text ", count);
-    const auto countBefore = pasteboard_->changeCount();
-    std::set<std::size_t> missed;
-    shown_.clear();
-    program.copyTexts(texts, std::chrono::milliseconds(GetParam()));
-    ASSERT_TRUE(showsCopies(count));
-    for (std::size_t i = 0; i < count; ++i) {
-      const auto text = shown_[i].text();
-      EXPECT_EQ(shown_[i].changeCount, countBefore + static_cast<std::int64_t>(i) + 1);
-      if (text == texts[i]) continue;
-      EXPECT_EQ(text, "") << "in the place of " << texts[i];
-      missed.insert(i);
-    }
-    EXPECT_TRUE(showsNothingMoreFor(50ms));
-    std::cout << "missed in round " << round << ": " << missed.size() << "\n";
-    fewestMissed = std::min(fewestMissed, missed.size());
-    if (round > 0) std::erase_if(missed, [&](auto i) { return !alwaysMissed.contains(i); });
-    alwaysMissed = std::move(missed);
-  }
-  EXPECT_LE(fewestMissed, nearlyComplete);
-  EXPECT_TRUE(alwaysMissed.empty());
-}
-
-INSTANTIATE_TEST_SUITE_P(Clipboard, ClipboardBursts, testing::Values(5, 20), [](const auto& test) {
-  return std::to_string(test.param) + "Milliseconds";
-});
-
 TEST_F(ClipboardReading, CopiesTooFastToReadAreMissedButNeverMixedUp) {
   openAndObserve();
   const int count = 400;

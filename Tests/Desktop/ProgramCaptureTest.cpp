@@ -137,6 +137,7 @@ TEST_F(ProgramCaptureTest, StaysResponsiveWhileAnOwnerNeverAnswers) {
     owner.setBehaviour(behaviour);
     owner.copyText("never handed over");
     ASSERT_TRUE(waitFor([&] { return owner.requests("TARGETS") > 0; }));
+    input().chord({key::Control, key::V});  // into the search field
     milliseconds longest(0);
     const auto end = std::chrono::steady_clock::now() + milliseconds(1500);
     while (std::chrono::steady_clock::now() < end)

@@ -78,7 +78,12 @@ TestWorld::~TestWorld() {
 }
 
 void TestWorld::startProgram() {
-  program_ = makeScreenProgram(entryPoint_, {screen_, defaults, directories_});
+  const auto readClipboardText = [this](std::function<void(std::optional<std::string>)> answer) {
+    QMetaObject::invokeMethod(
+        qApp, [text = clipboardText, answer = std::move(answer)] { answer(text); },
+        Qt::QueuedConnection);
+  };
+  program_ = makeScreenProgram(entryPoint_, {screen_, defaults, directories_, readClipboardText});
 }
 
 void TestWorld::stopProgram() {

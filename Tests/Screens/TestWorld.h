@@ -79,6 +79,8 @@ class TestWorld {
   void savePicture(const QString& name);
 
   TestDefaults defaults;
+  /// What the clipboard holds; nothing for something else than text.
+  std::optional<std::string> clipboardText;
 
  private:
   QTemporaryDir directory_;

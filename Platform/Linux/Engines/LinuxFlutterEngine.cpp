@@ -4,14 +4,13 @@
 
 #include "Platform/Dispatch.h"
 #include "Platform/Linux/Engines/LinuxBinaryMessenger.h"
-#include "Platform/Linux/Engines/ScreenProgram.h"
 
 namespace zephyx {
 
 LinuxFlutterEngine::LinuxFlutterEngine(std::string name, Dispatch& dispatch,
-                                       UserDefaults& userDefaults, Directories& directories)
-    : name_(std::move(name)), userDefaults_(userDefaults), directories_(directories) {
-  std::tie(hostEnd_, screenEnd_) = LinuxBinaryMessenger::makePair(dispatch.mainQueue());
+                                       ScreenServices services)
+    : name_(std::move(name)), services_(std::move(services)) {
+  std::tie(hostEnd_, services_.messenger) = LinuxBinaryMessenger::makePair(dispatch.mainQueue());
 }
 
 LinuxFlutterEngine::~LinuxFlutterEngine() {
@@ -20,7 +19,7 @@ LinuxFlutterEngine::~LinuxFlutterEngine() {
 
 bool LinuxFlutterEngine::run(const std::string& entryPoint) {
   if (program_) return true;
-  program_ = makeScreenProgram(entryPoint, {screenEnd_, userDefaults_, directories_});
+  program_ = makeScreenProgram(entryPoint, services_);
   return program_ != nullptr;
 }
 

@@ -5,20 +5,18 @@
 #include <string>
 
 #include "Platform/FlutterEngine.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 
 namespace zephyx {
 
 class Dispatch;
-class Directories;
 class LinuxBinaryMessenger;
-class ScreenProgram;
-class UserDefaults;
 
 /// Runs one screen program behind a pair of messengers.
 class LinuxFlutterEngine final : public FlutterEngine {
  public:
-  LinuxFlutterEngine(std::string name, Dispatch& dispatch, UserDefaults& userDefaults,
-                     Directories& directories);
+  /// `services` without a messenger: the engine makes its own.
+  LinuxFlutterEngine(std::string name, Dispatch& dispatch, ScreenServices services);
   ~LinuxFlutterEngine() override;
 
   bool run(const std::string& entryPoint) override;
@@ -32,10 +30,8 @@ class LinuxFlutterEngine final : public FlutterEngine {
 
  private:
   const std::string name_;
-  UserDefaults& userDefaults_;
-  Directories& directories_;
   std::shared_ptr<LinuxBinaryMessenger> hostEnd_;
-  std::shared_ptr<LinuxBinaryMessenger> screenEnd_;
+  ScreenServices services_;
   std::unique_ptr<ScreenProgram> program_;
   std::function<void()> willShutDown_;
 };

@@ -3,17 +3,21 @@
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
 
+#include "Platform/Dispatch.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngine.h"
 #include "Platform/Linux/Engines/LinuxFlutterViewController.h"
 #include "Platform/Linux/Workspace/DesktopWatch.h"
+#include "Platform/Pasteboard.h"
 
 namespace zephyx {
 
 LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults,
-                                         Directories& directories, DesktopWatch& watch)
+                                         Directories& directories, Pasteboard& pasteboard,
+                                         DesktopWatch& watch)
     : dispatch_(dispatch),
       userDefaults_(userDefaults),
       directories_(directories),
+      pasteboard_(pasteboard),
       qml_(std::make_unique<QQmlEngine>()) {
   qml_->rootContext()->setContextProperty(QStringLiteral("desktop"), &watch);
 }
@@ -21,7 +25,18 @@ LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userD
 LinuxFlutterEngines::~LinuxFlutterEngines() = default;
 
 std::shared_ptr<FlutterEngine> LinuxFlutterEngines::makeEngine(const std::string& name) {
-  return std::make_shared<LinuxFlutterEngine>(name, dispatch_, userDefaults_, directories_);
+  return std::make_shared<LinuxFlutterEngine>(name, dispatch_, screenServices());
+}
+
+ScreenServices LinuxFlutterEngines::screenServices() {
+  auto readClipboardText = [this](std::function<void(std::optional<std::string>)> answer) {
+    dispatch_.globalQueue().async([contents = pasteboard_.contents(), answer = std::move(answer),
+                                   &mainQueue = dispatch_.mainQueue()]() mutable {
+      mainQueue.async([text = contents->string(pasteboardType::string),
+                       answer = std::move(answer)]() mutable { answer(std::move(text)); });
+    });
+  };
+  return {nullptr, userDefaults_, directories_, std::move(readClipboardText)};
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
@@ -32,8 +47,7 @@ std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewControllerWithDefaultEngine() {
-  auto engine =
-      std::make_shared<LinuxFlutterEngine>("main", dispatch_, userDefaults_, directories_);
+  auto engine = std::make_shared<LinuxFlutterEngine>("main", dispatch_, screenServices());
   engine->run("main");
   auto controller = std::make_shared<LinuxFlutterViewController>(std::move(engine), *qml_);
   // The first picture of the program: other threads read it while the host gets ready.

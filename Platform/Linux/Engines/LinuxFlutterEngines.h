@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "Platform/FlutterEngine.h"
+#include "Platform/Linux/Engines/ScreenProgram.h"
 
 class QQmlEngine;
 
@@ -11,6 +12,7 @@ namespace zephyx {
 class DesktopWatch;
 class Dispatch;
 class Directories;
+class Pasteboard;
 class UserDefaults;
 
 /// Makes the engines; their pictures share one QML engine, which sees the desktop's state as the
@@ -18,7 +20,7 @@ class UserDefaults;
 class LinuxFlutterEngines final : public FlutterEngines {
  public:
   LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults, Directories& directories,
-                      DesktopWatch& watch);
+                      Pasteboard& pasteboard, DesktopWatch& watch);
   ~LinuxFlutterEngines() override;
 
   std::shared_ptr<FlutterEngine> makeEngine(const std::string& name) override;
@@ -28,9 +30,12 @@ class LinuxFlutterEngines final : public FlutterEngines {
   void registerPlugins(FlutterViewController& controller) override;
 
  private:
+  ScreenServices screenServices();
+
   Dispatch& dispatch_;
   UserDefaults& userDefaults_;
   Directories& directories_;
+  Pasteboard& pasteboard_;
   std::unique_ptr<QQmlEngine> qml_;
 };
 

@@ -2,7 +2,9 @@
 
 #include <QtCore/QObject>
 #include <QtCore/QUrl>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "Platform/BinaryMessenger.h"
@@ -12,11 +14,18 @@ namespace zephyx {
 class Directories;
 class UserDefaults;
 
+/// Reads the clipboard's plain text and answers on the main thread, never inside the call: nothing
+/// when there is none, or when its owner does not answer in time. The toolkit's own clipboard makes
+/// the main thread wait for the owner.
+using ClipboardTextReader =
+    std::function<void(std::function<void(std::optional<std::string>)> answer)>;
+
 /// What a screen program may use. Outlives the program.
 struct ScreenServices {
   std::shared_ptr<BinaryMessenger> messenger;  ///< the engine's end: talks to the host
   UserDefaults& userDefaults;                  ///< shared preferences, keys begin with "flutter."
   Directories& directories;
+  ClipboardTextReader readClipboardText;
 };
 
 /// The program that runs in an engine from its entry point on, with or without a picture. Main
