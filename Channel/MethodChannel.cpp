@@ -33,7 +33,7 @@ MethodError malformed(std::string_view what) {
 void receive(const std::shared_ptr<const Receiver>& receiver, BytesView message,
              BinaryReply reply) {
   constexpr std::string_view malformedCall = "malformed call";
-  const auto call = StandardMethodCodec::decodeCall(message);
+  auto call = StandardMethodCodec::decodeCall(message);
   if (!call) {
     report(receiver->diagnostics, receiver->channel, malformedCall);
     reply(StandardMethodCodec::encodeReply(malformed(malformedCall)));
@@ -45,7 +45,7 @@ void receive(const std::shared_ptr<const Receiver>& receiver, BytesView message,
   auto dropped = [receiver, method = call->method] {
     report(receiver->diagnostics, receiver->channel, "call dropped unanswered", method);
   };
-  receiver->handler(*call, MethodResult(std::move(answer), std::move(dropped)));
+  receiver->handler(*std::move(call), MethodResult(std::move(answer), std::move(dropped)));
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ namespace zephyx {
 /// channel takes its handler off.
 class MethodChannel {
  public:
-  using Handler = std::function<void(const MethodCall& call, MethodResult result)>;
+  using Handler = std::function<void(MethodCall call, MethodResult result)>;
   using ReplyHandler = std::function<void(MethodReply reply)>;
   /// Told in words about malformed messages and dropped answers; never about contents.
   using Diagnostics = std::function<void(std::string_view line)>;

@@ -12,6 +12,10 @@ const Value* Map::find(std::string_view key) const {
   return nullptr;
 }
 
+Value* Map::find(std::string_view key) {
+  return const_cast<Value*>(std::as_const(*this).find(key));
+}
+
 void Map::set(Value key, Value value) {
   for (auto& entry : entries_) {
     if (entry.first == key) {

@@ -39,6 +39,7 @@ class Map {
 
   /// Null when there is no such key.
   const Value* find(std::string_view key) const;
+  Value* find(std::string_view key);
   /// Replaces the value of an equal key.
   void set(Value key, Value value);
   /// Appends without looking for an equal key.

@@ -1,14 +1,16 @@
 #include "Screens/ClipboardEntry.h"
 
+#include <utility>
+
 namespace zephyx {
 namespace {
 
 constexpr int previewCharacters = 1000;
 
-std::optional<std::string> stringAt(const Map& map, std::string_view key) {
-  const Value* value = map.find(key);
-  const std::string* text = value ? value->asString() : nullptr;
-  return text ? std::optional(*text) : std::nullopt;
+std::optional<std::string> takeString(Map& map, std::string_view key) {
+  Value* value = map.find(key);
+  auto* text = value ? std::get_if<std::string>(&value->storage()) : nullptr;
+  return text ? std::optional(std::move(*text)) : std::nullopt;
 }
 
 std::optional<std::int64_t> integerAt(const Map& map, std::string_view key) {
@@ -31,25 +33,25 @@ std::string beginningOf(std::string_view text, int characters) {
 
 }  // namespace
 
-std::optional<CapturedEntry> CapturedEntry::fromMessage(const Value& message) {
-  const Map* map = message.asMap();
-  const auto kind = map ? stringAt(*map, "type") : std::nullopt;
+std::optional<CapturedEntry> CapturedEntry::fromMessage(Value message) {
+  auto* map = std::get_if<Map>(&message.storage());
+  auto kind = map ? takeString(*map, "type") : std::nullopt;
   if (!kind || kind->empty()) return std::nullopt;
   CapturedEntry captured;
-  captured.text = stringAt(*map, "text").value_or("");
+  captured.text = takeString(*map, "text").value_or(std::string());
   captured.entry = {
-      .kind = *kind,
+      .kind = *std::move(kind),
       .preview = beginningOf(captured.text, previewCharacters),
       .textBytes = static_cast<std::int64_t>(captured.text.size()),
-      .filePath = stringAt(*map, "filePath"),
-      .imageBlobPath = stringAt(*map, "imageBlobPath"),
-      .thumbnailPath = stringAt(*map, "thumbnailPath"),
+      .filePath = takeString(*map, "filePath"),
+      .imageBlobPath = takeString(*map, "imageBlobPath"),
+      .thumbnailPath = takeString(*map, "thumbnailPath"),
       .byteSize = integerAt(*map, "byteSize"),
       .width = integerAt(*map, "width"),
       .height = integerAt(*map, "height"),
-      .sourceAppName = stringAt(*map, "sourceAppName"),
-      .sourceAppBundleId = stringAt(*map, "sourceAppBundleId"),
-      .sourceAppIconPath = stringAt(*map, "sourceAppIconPath"),
+      .sourceAppName = takeString(*map, "sourceAppName"),
+      .sourceAppBundleId = takeString(*map, "sourceAppBundleId"),
+      .sourceAppIconPath = takeString(*map, "sourceAppIconPath"),
       .copiedAtEpochMs = integerAt(*map, "copiedAtEpochMs").value_or(0),
   };
   return captured;

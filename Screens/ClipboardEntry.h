@@ -37,7 +37,7 @@ struct CapturedEntry {
 
   /// Nothing when the message is not a map or names no type. Fields of a wrong kind count as
   /// missing.
-  static std::optional<CapturedEntry> fromMessage(const Value& message);
+  static std::optional<CapturedEntry> fromMessage(Value message);
 };
 
 /// What the list is narrowed to. Empty members do not narrow.

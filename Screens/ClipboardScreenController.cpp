@@ -75,7 +75,7 @@ ClipboardScreenController::ClipboardScreenController(ScreenServices services)
   queue_.run([this] { store().sweepImages(); });
   removePreview();
   channel_.setMethodCallHandler(
-      [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); });
+      [this](MethodCall call, MethodResult result) { handle(std::move(call), std::move(result)); });
 }
 
 ClipboardScreenController::~ClipboardScreenController() {
@@ -87,9 +87,9 @@ ClipboardStore& ClipboardScreenController::store() {
   return *store_;
 }
 
-void ClipboardScreenController::handle(const MethodCall& call, MethodResult result) {
+void ClipboardScreenController::handle(MethodCall call, MethodResult result) {
   if (call.method == entryCapturedMethod) {
-    entryCaptured(call.arguments, std::move(result));
+    entryCaptured(std::move(call.arguments), std::move(result));
   } else if (call.method == panelShownMethod) {
     showPanel();
     result.success();
@@ -98,8 +98,8 @@ void ClipboardScreenController::handle(const MethodCall& call, MethodResult resu
   }
 }
 
-void ClipboardScreenController::entryCaptured(const Value& message, MethodResult result) {
-  auto captured = CapturedEntry::fromMessage(message);
+void ClipboardScreenController::entryCaptured(Value message, MethodResult result) {
+  auto captured = CapturedEntry::fromMessage(std::move(message));
   if (!captured) return result.success();
   queue_.run(
       [this, captured = std::move(*captured), limit = settings_.historyLimit()]() mutable {

@@ -68,8 +68,8 @@ class ClipboardScreenController : public QObject {
   void panelShown();
 
  private:
-  void handle(const MethodCall& call, MethodResult result);
-  void entryCaptured(const Value& message, MethodResult result);
+  void handle(MethodCall call, MethodResult result);
+  void entryCaptured(Value message, MethodResult result);
   void showPanel();
   void setQuery(ClipboardQuery query);
   void loadFirstPage();
