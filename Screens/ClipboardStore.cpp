@@ -19,7 +19,7 @@ constexpr auto thumbnailsFolder = "clipboard_thumbs";
 // Long texts are kept in parts, so that neither writing nor searching needs the whole in memory.
 constexpr std::size_t partBytes = 64 * 1024;
 
-constexpr std::int64_t worthGivingBackPages = 256;
+constexpr std::int64_t worthGivingBackPages = 128;
 
 constexpr auto sweptAge = std::chrono::hours(1);
 
