@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Platform/Linux/Clipboard/FreedMemory.h"
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngines.h"
 #include "Platform/Linux/Input/LinuxAccessibility.h"
@@ -155,6 +156,7 @@ Workspace& LinuxPlatform::workspace() {
 }
 
 std::unique_ptr<Platform> makePlatform(int argc, char** argv) {
+  FreedMemory::keep();
   auto watch = DesktopWatch::open();
   if (!watch) {
     // The toolkit would abort here. There is nobody yet whose objects could be left behind.

@@ -1,6 +1,8 @@
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <fstream>
 #include <random>
 
 #include "Tests/Desktop/ProgramTest.h"
@@ -33,6 +35,12 @@ class ProgramCaptureTest : public ProgramTest {
           std::max(next - std::chrono::steady_clock::now(), std::chrono::nanoseconds(0))));
     }
     return texts;
+  }
+  double residentMegabytes() {
+    std::ifstream sizes("/proc/" + std::to_string(program().pid()) + "/statm");
+    double total = 0, resident = 0;
+    sizes >> total >> resident;
+    return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
   }
   std::vector<std::string> newTexts() {
     std::vector<std::string> texts;
@@ -98,13 +106,16 @@ TEST_F(ProgramCaptureTest, TellsKindsApart) {
   EXPECT_EQ(sizeOfPicture(newEntries().back().thumbnailPath), "PNG 100x50");
 }
 
-TEST_F(ProgramCaptureTest, RecordsATwentyMegabyteTextWhole) {
+TEST_F(ProgramCaptureTest, RecordsATwentyMegabyteTextWholeAndGivesItsMemoryBack) {
+  const double before = residentMegabytes();
   std::string text(20'000'000, ' ');
   std::mt19937 random(7);
   std::generate(text.begin(), text.end(), [&] { return static_cast<char>('a' + random() % 26); });
   desktop().copy(text);
   ASSERT_TRUE(waitForNewEntries(1));
   EXPECT_TRUE(newEntries().back().text == text);
+  EXPECT_TRUE(waitFor([&] { return residentMegabytes() < before + 20; }))
+      << before << " -> " << residentMegabytes();
 }
 
 TEST_F(ProgramCaptureTest, FindsTheTextAmongManyFormatsAndTakesNoMoreThanItNeeds) {

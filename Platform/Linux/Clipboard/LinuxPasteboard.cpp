@@ -59,6 +59,7 @@ void LinuxPasteboard::showCopies() {
 }
 
 void LinuxPasteboard::showCopy(CopySnapshot snapshot) {
+  freedMemory_.giveBackLater();
   const bool isOlderThanOwnWrite = owned_ && snapshot.ownWritesSeen < ownWrites_;
   ++changeCount_;
   contents_ =
@@ -92,6 +93,7 @@ bool LinuxPasteboard::writeImage(const Image& image) {
 
 bool LinuxPasteboard::write(std::shared_ptr<OwnedContents> contents) {
   if (!contents) return false;
+  freedMemory_.giveBackLater();
   contents_ = owned_ = std::move(contents);
   offerLater();
   return true;

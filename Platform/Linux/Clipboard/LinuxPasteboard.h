@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "Platform/LifetimeGuard.h"
+#include "Platform/Linux/Clipboard/FreedMemory.h"
 #include "Platform/Linux/Clipboard/OwnedContents.h"
 #include "Platform/Pasteboard.h"
 
@@ -58,6 +59,7 @@ class LinuxPasteboard final : public Pasteboard {
   std::future<bool> offered_;  // of the newest offer, until somebody has waited for it
   std::function<void()> handler_;
   std::uint64_t observer_ = 0;  // number of the newest one
+  FreedMemory freedMemory_;
   LifetimeGuard lifetime_;
 };
 
