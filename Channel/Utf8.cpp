@@ -52,34 +52,65 @@ constexpr auto steps = [] {
   return table;
 }();
 
-constexpr std::size_t blockSize = 32;
-
-bool isAsciiBlock(const char* block) {
-  return ((utf8::load<std::uint64_t>(block) | utf8::load<std::uint64_t>(block + 8) |
-           utf8::load<std::uint64_t>(block + 16) | utf8::load<std::uint64_t>(block + 24)) &
-          utf8::highBits) == 0;
+std::uint64_t walk(std::uint64_t state, std::string_view text) {
+  for (const char byte : text) state = steps[static_cast<unsigned char>(byte)] >> (state & 63);
+  return state & 63;
 }
 
-std::uint64_t walk(std::uint64_t state, const char* text, std::size_t size) {
-  for (std::size_t i = 0; i < size; ++i) {
-    state = steps[static_cast<unsigned char>(text[i])] >> (state & 63);
+constexpr std::size_t blockSize = 64;
+
+bool isAsciiBlock(const char* block) {
+  std::uint64_t seen = 0;
+  for (std::size_t i = 0; i < blockSize; i += 8) seen |= utf8::load<std::uint64_t>(block + i);
+  return (seen & utf8::highBits) == 0;
+}
+
+// Whether each byte of a block may follow the three in front of it, which must be there. Only
+// comparisons of single bytes and no branch, so that the compiler does many bytes at once.
+bool isBlockInPlace(const char* block) {
+  unsigned char bad = 0;
+  for (std::size_t i = 0; i < blockSize; ++i) {
+    const auto before = [at = block + i](std::size_t distance) {
+      return static_cast<unsigned char>(*(at - distance));
+    };
+    const unsigned char byte = before(0);
+    const unsigned char last = before(1);
+    const bool continues = (byte & 0xC0U) == 0x80;
+    const bool shallContinue = (last >= 0xC0) | (before(2) >= 0xE0) | (before(3) >= 0xF0);
+    const bool isNeverUsed = (byte == 0xC0) | (byte == 0xC1) | (byte >= 0xF5);
+    const bool isOverlong = ((last == 0xE0) & (byte < 0xA0)) | ((last == 0xF0) & (byte < 0x90));
+    const bool isSurrogate = (last == 0xED) & (byte >= 0xA0);
+    const bool isTooHigh = (last == 0xF4) & (byte >= 0x90);
+    bad |= static_cast<unsigned char>((continues != shallContinue) | isNeverUsed | isOverlong |
+                                      isSurrogate | isTooHigh);
   }
-  return state & 63;
+  return bad == 0;
+}
+
+// Where the character begins that is the last one, whole or not, in front of `at`.
+std::size_t lastCharacter(std::string_view text, std::size_t at) {
+  for (std::size_t distance = 1; distance <= 3 && distance <= at; ++distance) {
+    if ((static_cast<unsigned char>(text[at - distance]) & 0xC0U) != 0x80) return at - distance;
+  }
+  return at;
 }
 
 }  // namespace
 
 bool utf8::isValid(std::string_view text) {
-  std::uint64_t state = accept;
-  const char* position = text.data();
-  std::size_t left = text.size();
-  for (; left >= blockSize; position += blockSize, left -= blockSize) {
-    if (state == accept && isAsciiBlock(position)) continue;
-    state = walk(state, position, blockSize);
-    if (state == reject) return false;
+  std::size_t at = 0;
+  bool followsAscii = true;
+  for (; text.size() - at >= blockSize; at += blockSize) {
+    const char* block = text.data() + at;
+    const bool isAscii = isAsciiBlock(block);
+    const bool isInPlace =
+        (isAscii && followsAscii) ||
+        (at > 0 ? isBlockInPlace(block) : walk(accept, text.substr(0, blockSize)) != reject);
+    if (!isInPlace) return false;
+    followsAscii = isAscii;
   }
-  return (state == accept && isShortAscii({position, left})) ||
-         walk(state, position, left) == accept;
+  if (followsAscii && isShortAscii(text.substr(at))) return true;
+  return walk(accept, text.substr(lastCharacter(text, at))) == accept;
 }
 
 }  // namespace zephyx

@@ -119,8 +119,8 @@ class Utf8Test : public testing::TestWithParam<Text> {};
 
 // The validator treats blocks, tails and what lies between them differently.
 TEST_P(Utf8Test, isJudgedAlikeAtEveryOffset) {
-  for (std::size_t before = 0; before < 70; ++before) {
-    for (const std::size_t after : {0, 1, 5, 40}) {
+  for (std::size_t before = 0; before < 140; ++before) {
+    for (const std::size_t after : {0, 1, 5, 70}) {
       const Bytes bytes = joined(Bytes(before, 'x'), GetParam().bytes, Bytes(after, 'x'));
       const std::string text(bytes.begin(), bytes.end());
       ASSERT_EQ(isValidUtf8(text), GetParam().valid) << before << " before, " << after << " after";
