@@ -75,8 +75,10 @@ bool isBlockInPlace(const char* block) {
     };
     const unsigned char byte = before(0);
     const unsigned char last = before(1);
+    const unsigned char lastButOne = before(2);
+    const unsigned char lastButTwo = before(3);
     const bool continues = (byte & 0xC0U) == 0x80;
-    const bool shallContinue = (last >= 0xC0) | (before(2) >= 0xE0) | (before(3) >= 0xF0);
+    const bool shallContinue = (last >= 0xC0) | (lastButOne >= 0xE0) | (lastButTwo >= 0xF0);
     const bool isNeverUsed = (byte == 0xC0) | (byte == 0xC1) | (byte >= 0xF5);
     const bool isOverlong = ((last == 0xE0) & (byte < 0xA0)) | ((last == 0xF0) & (byte < 0x90));
     const bool isSurrogate = (last == 0xED) & (byte >= 0xA0);
