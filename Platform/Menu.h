@@ -9,6 +9,8 @@
 
 namespace zephyx {
 
+class View;
+
 /// Modifier flags of events and key equivalents.
 namespace eventModifier {
 inline constexpr std::uint64_t shift = 0x20000;
@@ -36,6 +38,13 @@ class MenuItem {
     return item;
   }
 
+  /// A row that shows `view`, which answers the user itself. Its title is not shown.
+  static std::shared_ptr<MenuItem> withView(std::string title, std::shared_ptr<View> view) {
+    auto item = std::make_shared<MenuItem>(std::move(title), "", nullptr);
+    item->view_ = std::move(view);
+    return item;
+  }
+
   /// `action` names what the row does; `perform` does it when the row is chosen.
   MenuItem(std::string title, std::string action, std::function<void()> perform)
       : action_(std::move(action)), perform_(std::move(perform)) {
@@ -44,6 +53,9 @@ class MenuItem {
 
   const std::string& action() const { return action_; }
   bool isSeparator() const { return isSeparator_; }
+  /// Null for a row that shows its title. As wide as the menu while it is open, at least as wide as
+  /// it was when it was handed over.
+  const std::shared_ptr<View>& view() const { return view_; }
   const Properties& properties() const { return properties_; }
 
   template <typename Change>
@@ -75,6 +87,7 @@ class MenuItem {
  private:
   std::string action_;
   std::function<void()> perform_;
+  std::shared_ptr<View> view_;
   bool isSeparator_ = false;
   Properties properties_;
 };

@@ -20,6 +20,7 @@ class PreviewPanel;
 class Screens;
 class StatusBar;
 class SystemLog;
+class TextMetrics;
 class UserDefaults;
 class Workspace;
 
@@ -45,6 +46,7 @@ class Platform {
   virtual Screens& screens() = 0;
   virtual StatusBar& statusBar() = 0;
   virtual SystemLog& systemLog() = 0;
+  virtual TextMetrics& textMetrics() = 0;
   virtual UserDefaults& userDefaults() = 0;
   virtual Workspace& workspace() = 0;
 };

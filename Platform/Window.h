@@ -11,6 +11,7 @@
 namespace zephyx {
 
 class FlutterViewController;
+class View;
 
 /// Bits of a window's style mask.
 namespace styleMask {
@@ -56,8 +57,9 @@ struct WindowConfiguration {
   bool hidesOnDeactivate = false;
   bool transparentBackground = false;  ///< clear background colour and not opaque
   bool hasShadow = true;
-  bool canBecomeKey = true;   ///< fixed at creation
-  bool canBecomeMain = true;  ///< fixed at creation
+  bool ignoresMouseEvents = false;  ///< clicks go to what lies beneath
+  bool canBecomeKey = true;         ///< fixed at creation
+  bool canBecomeMain = true;        ///< fixed at creation
 
   bool operator==(const WindowConfiguration&) const = default;
 };
@@ -95,6 +97,10 @@ class Window {
 
   /// Shares ownership of the controller. Null takes the content out (engine teardown).
   virtual void setContentViewController(std::shared_ptr<FlutterViewController> controller) = 0;
+
+  /// Shows a tree of the host's own views, of the window's size, in place of a view controller.
+  /// Shares ownership. Null takes it out.
+  virtual void setContentView(std::shared_ptr<View> view) = 0;
 
   /// Gives the content view the keyboard within the window.
   virtual void makeContentFirstResponder() = 0;

@@ -20,6 +20,7 @@
 #include "Tests/Simulated/SimulatedScreens.h"
 #include "Tests/Simulated/SimulatedStatusBar.h"
 #include "Tests/Simulated/SimulatedSystemLog.h"
+#include "Tests/Simulated/SimulatedTextMetrics.h"
 #include "Tests/Simulated/SimulatedUserDefaults.h"
 #include "Tests/Simulated/SimulatedViewController.h"
 #include "Tests/Simulated/SimulatedWindow.h"
@@ -48,6 +49,7 @@ class SimulatedDesktop {
   SimulatedUserDefaults userDefaults{std::make_shared<SimulatedUserDefaults::Store>()};
   SimulatedImages images;
   SimulatedScreens screens;
+  SimulatedTextMetrics textMetrics;
   SimulatedKeyboardLayout keyboardLayout;
   LocalNotificationCenter defaultCenter;
   LocalNotificationCenter workspaceCenter;

@@ -55,6 +55,9 @@ StatusBar& SimulatedPlatform::statusBar() {
 SystemLog& SimulatedPlatform::systemLog() {
   return desktop_.systemLog;
 }
+TextMetrics& SimulatedPlatform::textMetrics() {
+  return desktop_.textMetrics;
+}
 UserDefaults& SimulatedPlatform::userDefaults() {
   return desktop_.userDefaults;
 }

@@ -28,6 +28,7 @@ class SimulatedPlatform final : public Platform {
   Screens& screens() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
+  TextMetrics& textMetrics() override;
   UserDefaults& userDefaults() override;
   Workspace& workspace() override;
 

@@ -1,5 +1,6 @@
 #include "Tests/Simulated/SimulatedWindow.h"
 
+#include "Platform/View.h"
 #include "Tests/Simulated/SimulatedApplication.h"
 #include "Tests/Simulated/SimulatedViewController.h"
 
@@ -19,6 +20,7 @@ SimulatedWindow::~SimulatedWindow() {
 void SimulatedWindow::setFrame(Rect frame) {
   frame_ = frame;
   if (content_) content_->setSize(frame.size);
+  if (contentView_) contentView_->setFrame({{0, 0}, frame.size});
 }
 
 void SimulatedWindow::center() {
@@ -48,6 +50,7 @@ void SimulatedWindow::orderOut() {
 }
 
 void SimulatedWindow::setContentViewController(std::shared_ptr<FlutterViewController> controller) {
+  contentView_.reset();
   if (content_) content_->setInWindow(false);
   content_ = std::dynamic_pointer_cast<SimulatedViewController>(controller);
   contentIsFirstResponder_ = false;
@@ -56,8 +59,14 @@ void SimulatedWindow::setContentViewController(std::shared_ptr<FlutterViewContro
   content_->setSize(frame_.size);
 }
 
+void SimulatedWindow::setContentView(std::shared_ptr<View> view) {
+  setContentViewController(nullptr);
+  contentView_ = std::move(view);
+  if (contentView_) contentView_->setFrame({{0, 0}, frame_.size});
+}
+
 void SimulatedWindow::makeContentFirstResponder() {
-  contentIsFirstResponder_ = content_ != nullptr;
+  contentIsFirstResponder_ = content_ || contentView_;
 }
 
 std::string SimulatedWindow::firstResponderDescription() const {

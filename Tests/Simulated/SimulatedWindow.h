@@ -26,6 +26,7 @@ class SimulatedWindow final : public Window {
   void orderFrontRegardless() override;
   void orderOut() override;
   void setContentViewController(std::shared_ptr<FlutterViewController> controller) override;
+  void setContentView(std::shared_ptr<View> view) override;
   void makeContentFirstResponder() override;
   std::string firstResponderDescription() const override;
 
@@ -34,6 +35,7 @@ class SimulatedWindow final : public Window {
   /// Grows each time that the window comes to the front.
   std::uint64_t frontOrder() const { return frontOrder_; }
   const std::shared_ptr<SimulatedViewController>& content() const { return content_; }
+  const std::shared_ptr<View>& contentView() const { return contentView_; }
 
  protected:
   void applyConfiguration() override {}
@@ -46,6 +48,7 @@ class SimulatedWindow final : public Window {
   bool contentIsFirstResponder_ = false;
   std::uint64_t frontOrder_ = 0;
   std::shared_ptr<SimulatedViewController> content_;
+  std::shared_ptr<View> contentView_;
 };
 
 }  // namespace zephyx

@@ -1,0 +1,207 @@
+#include <gmock/gmock.h>
+
+#include <functional>
+
+#include "Platform/Label.h"
+#include "Platform/PushButton.h"
+#include "Platform/Slider.h"
+#include "Platform/Switch.h"
+#include "Platform/View.h"
+
+namespace zephyx {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class RecordingPeer final : public ViewPeer {
+ public:
+  explicit RecordingPeer(View& view) : registration_(view.attachPeer(*this)) {}
+
+  void frameDidChange() override { log_.push_back("frame"); }
+  void childrenDidChange() override { log_.push_back("children"); }
+  void propertiesDidChange() override { log_.push_back("properties"); }
+  void alphaDidChange(const std::optional<Animation>& animation) override {
+    log_.push_back(animation ? "alpha animated" : "alpha");
+  }
+  void setNeedsDisplay() override { log_.push_back("display"); }
+
+  std::vector<std::string> take() { return std::exchange(log_, {}); }
+
+ private:
+  std::vector<std::string> log_;
+  Registration registration_;
+};
+
+/// Lines its children up, and can be told to do something meanwhile.
+class Row final : public View {
+ public:
+  std::function<void()> onLayout;
+
+ protected:
+  void layout() override {
+    double x = 0;
+    for (const auto& child : std::vector(children())) {
+      child->setFrame({{x, 0}, {10, bounds().size.height}});
+      x += 10;
+    }
+    if (onLayout) onLayout();
+  }
+};
+
+TEST(ViewTest, LaysOutWhenItsSizeChangesAndOnRequestOnly) {
+  Row row;
+  const auto first = std::make_shared<View>();
+  const auto second = std::make_shared<View>();
+  row.addChild(first);
+  row.setFrame({{5, 5}, {100, 20}});
+  EXPECT_EQ(first->frame(), (Rect{{0, 0}, {10, 20}}));
+  row.addChild(second);
+  row.setFrame({{7, 5}, {100, 20}});
+  EXPECT_EQ(second->frame(), Rect{});
+  row.relayout();
+  EXPECT_EQ(second->frame(), (Rect{{10, 0}, {10, 20}}));
+}
+
+TEST(ViewTest, ItsPeerHearsEachChangeOnce) {
+  Label label;
+  RecordingPeer peer(label);
+  const auto child = std::make_shared<View>();
+  const Animation fade{.seconds = 0.2};
+  const struct {
+    const char* what;
+    std::function<void()> change;
+    std::vector<std::string> heard;
+  } cases[] = {
+      {"size",
+       [&] {
+         label.setFrame({{0, 0}, {5, 5}});
+       },
+       {"frame", "display"}},
+      {"same frame",
+       [&] {
+         label.setFrame({{0, 0}, {5, 5}});
+       },
+       {}},
+      {"place",
+       [&] {
+         label.setFrame({{1, 0}, {5, 5}});
+       },
+       {"frame"}},
+      {"hidden", [&] { label.setHidden(true); }, {"properties"}},
+      {"hidden again", [&] { label.setHidden(true); }, {}},
+      {"text", [&] { label.setText("42 %"); }, {"properties"}},
+      {"same text", [&] { label.setText("42 %"); }, {}},
+      {"fade out", [&] { label.setAlpha(0, fade); }, {"alpha animated"}},
+      {"fade out while it does", [&] { label.setAlpha(0, fade); }, {}},
+      {"be out now", [&] { label.setAlpha(0); }, {"alpha"}},
+      {"child", [&] { label.addChild(child); }, {"children"}},
+      {"no child", [&] { child->removeFromParent(); }, {"children"}},
+      {"display", [&] { label.setNeedsDisplay(); }, {"display"}},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.what);
+    each.change();
+    EXPECT_EQ(peer.take(), each.heard);
+  }
+}
+
+TEST(ViewTest, ANewPeerStaysWhenTheOneBeforeItGoes) {
+  View view;
+  auto before = std::make_unique<RecordingPeer>(view);
+  RecordingPeer now(view);
+  view.setHidden(true);
+  EXPECT_THAT(before->take(), IsEmpty());
+  before.reset();
+  view.setHidden(false);
+  EXPECT_THAT(now.take(), ElementsAre("properties", "properties"));
+}
+
+TEST(ViewTest, AChildHasOneParentAndOutlivesIt) {
+  auto first = std::make_unique<View>();
+  View second;
+  const auto child = std::make_shared<View>();
+  RecordingPeer firstPeer(*first);
+  RecordingPeer secondPeer(second);
+  first->addChild(child);
+  second.addChild(child);
+  EXPECT_THAT(first->children(), IsEmpty());
+  EXPECT_THAT(second.children(), ElementsAre(child));
+  EXPECT_EQ(child->parent(), &second);
+  EXPECT_THAT(firstPeer.take(), ElementsAre("children", "children"));
+  EXPECT_THAT(secondPeer.take(), ElementsAre("children"));
+
+  View third;
+  {
+    View gone;
+    gone.addChild(child);
+  }
+  EXPECT_EQ(child->parent(), nullptr);
+  third.addChild(child);
+  EXPECT_EQ(child->parent(), &third);
+}
+
+TEST(ViewTest, ChildrenMayGoWhileTheyAreLaidOutOrUsed) {
+  Row row;
+  auto button = std::make_shared<PushButton>("Leave");
+  const auto* asView = button.get();
+  int clicks = 0;
+  button->onClick = [&, asView] {
+    ++clicks;
+    for (const auto& child : std::vector(row.children())) {
+      if (child.get() == asView) child->removeFromParent();
+    }
+  };
+  row.addChild(button);
+  row.addChild(std::make_shared<View>());
+  row.onLayout = [&] {
+    if (row.children().size() == 2) row.children().back()->removeFromParent();
+  };
+  row.relayout();
+  EXPECT_THAT(row.children(), ElementsAre(button));
+
+  const std::weak_ptr<PushButton> remains = button;
+  button->click();
+  button.reset();
+  EXPECT_EQ(clicks, 1);
+  EXPECT_TRUE(remains.expired());
+}
+
+TEST(ViewTest, ControlsTellTheirOwnerWhatTheUserDoesAndNothingElse) {
+  PushButton button("Connect");
+  Switch lock;
+  Slider brightness;
+  std::vector<std::string> log;
+  button.onClick = [&] { log.push_back("click"); };
+  lock.onToggle = [&] { log.push_back(lock.isOn() ? "on" : "off"); };
+  brightness.onChange = [&](double value) {
+    log.push_back(std::to_string(static_cast<int>(value * 100)));
+  };
+
+  lock.setOn(true);
+  brightness.setValue(0.5);
+  brightness.setValue(7);
+  EXPECT_EQ(brightness.value(), 1);
+  EXPECT_THAT(log, IsEmpty());
+
+  button.click();
+  lock.toggle();
+  brightness.move(0.25);
+  brightness.move(0.25);
+  brightness.move(-1);
+  EXPECT_THAT(log, ElementsAre("click", "off", "25", "0"));
+
+  log.clear();
+  button.setEnabled(false);
+  lock.setEnabled(false);
+  brightness.setEnabled(false);
+  button.click();
+  lock.toggle();
+  brightness.move(0.75);
+  EXPECT_THAT(log, IsEmpty());
+  EXPECT_FALSE(lock.isOn());
+  EXPECT_EQ(brightness.value(), 0);
+}
+
+}  // namespace
+}  // namespace zephyx
