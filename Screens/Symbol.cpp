@@ -3,7 +3,7 @@
 #include <QtGui/QPainter>
 #include <algorithm>
 
-#include "Screens/SymbolPath.h"
+#include "Platform/Linux/Symbols/SymbolPath.h"
 
 namespace zephyx {
 namespace {

@@ -30,7 +30,7 @@ rule Runner 'Runner/|Channel/|Platform/[A-Za-z]+\.h' "${runner[@]}"
 rule Runner/main.cpp 'Runner/|Platform/[A-Za-z]+\.h' Runner/main.cpp
 rule Platform/Linux 'Platform/([A-Za-z]+\.h|Linux/)|Channel/' Platform/Linux/*.{h,cpp} Platform/Linux/*/*.{h,cpp}
 rule Platform/macOS 'Platform/([A-Za-z]+\.h|macOS/)|Channel/' Platform/macOS/*
-rule Screens 'Screens/|Platform/([A-Za-z]+\.h|Linux/Engines/ScreenProgram\.h)|Channel/' Screens/*.h Screens/*.cpp
+rule Screens 'Screens/|Platform/([A-Za-z]+\.h|Linux/(Engines/ScreenProgram|Symbols/SymbolPath)\.h)|Channel/' Screens/*.h Screens/*.cpp
 rule Tests/Simulated 'Tests/Simulated/|Platform/[A-Za-z]+\.h|Channel/' Tests/Simulated/*
 
 portable=(Channel/*.h Channel/*.cpp Runner/*.h Runner/*.cpp Platform/*.h Platform/*.cpp)

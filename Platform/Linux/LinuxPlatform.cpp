@@ -22,6 +22,7 @@
 #include "Platform/Linux/Preview/LinuxPreviewPanel.h"
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/Toolkit.h"
+#include "Platform/Linux/Views/LinuxTextMetrics.h"
 #include "Platform/Linux/Windows/LinuxScreens.h"
 #include "Platform/Linux/Windows/WindowHints.h"
 #include "Platform/Linux/Workspace/DesktopWatch.h"
@@ -65,6 +66,7 @@ struct LinuxPlatform::Services {
   LinuxEventPoster eventPoster{pasteboard, &hotKeys};
   LinuxAccessibility accessibility;
   LinuxScreens screens{*watch};
+  LinuxTextMetrics textMetrics;
   LinuxEventMonitors eventMonitors;
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
@@ -145,6 +147,10 @@ StatusBar& LinuxPlatform::statusBar() {
 
 SystemLog& LinuxPlatform::systemLog() {
   return services_->systemLog;
+}
+
+TextMetrics& LinuxPlatform::textMetrics() {
+  return services_->textMetrics;
 }
 
 UserDefaults& LinuxPlatform::userDefaults() {

@@ -33,6 +33,7 @@ class LinuxPlatform final : public Platform {
   Screens& screens() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
+  TextMetrics& textMetrics() override;
   UserDefaults& userDefaults() override;
   Workspace& workspace() override;
 

@@ -4,6 +4,7 @@
 
 #include "Platform/Application.h"
 #include "Platform/NotificationCenter.h"
+#include "Platform/View.h"
 #include "Platform/Window.h"
 #include "Tests/Contract/ContractTest.h"
 
@@ -134,6 +135,27 @@ TEST_P(WindowContract, ObserversRunInOrderAndMayDropAndAddObservationsMeanwhile)
   EXPECT_TRUE(becomesTrue([&] { return log.size() >= 2; }));
   log.erase(std::remove(log.begin(), log.end(), "added"), log.end());  // free to hear this one
   EXPECT_EQ(log, (std::vector<std::string>{"one", "any object"}));
+}
+
+TEST_P(WindowContract, AContentViewHasTheWindowsSizeUntilItIsTakenOut) {
+  const auto window = makeWindow();
+  auto view = std::make_shared<View>();
+  window->setContentView(view);
+  EXPECT_EQ(view->frame(), (Rect{{0, 0}, {300, 200}}));
+  show(*window);
+  window->setFrame({{120, 120}, {340, 260}});
+  EXPECT_TRUE(becomesTrue([&] { return view->bounds().size == Size{340, 260}; }));
+
+  const auto next = std::make_shared<View>();
+  window->setContentView(next);
+  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
+  EXPECT_TRUE(window->isVisible());
+  window->setContentView(nullptr);
+  window->setFrame({{120, 120}, {300, 200}});
+  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
+  const std::weak_ptr<View> remains = view;
+  view.reset();
+  EXPECT_TRUE(becomesTrue([&] { return remains.expired(); }));
 }
 
 TEST_P(WindowContract, NamesTheFirstResponder) {

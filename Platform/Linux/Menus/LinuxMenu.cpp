@@ -1,23 +1,20 @@
 #include "Platform/Linux/Menus/LinuxMenu.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtGui/QAction>
+#include <QtGui/QActionEvent>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QKeySequence>
-#include <QtWidgets/QMenu>
+#include <QtWidgets/QWidgetAction>
 #include <algorithm>
 #include <utility>
 
+#include "Platform/Linux/Menus/RowMenu.h"
+#include "Platform/Linux/Menus/ViewRow.h"
+#include "Platform/View.h"
+
 namespace zephyx {
 namespace {
-
-constexpr const char* look = R"(
-QMenu { background: #26262b; border: 1px solid #3f3f47; padding: 6px 0; color: #e8e8ec; }
-QMenu::item { padding: 6px 18px 6px 22px; margin: 0 6px; border-radius: 5px; }
-QMenu::item:selected { background: #4c8dff; color: white; }
-QMenu::item:disabled { color: #75757d; }
-QMenu::separator { height: 1px; background: #3f3f47; margin: 6px 14px; }
-QMenu::indicator { width: 14px; height: 14px; left: 10px; }
-)";
 
 struct ModifierName {
   std::uint64_t flag;
@@ -97,8 +94,7 @@ class LinuxMenu::KeyEquivalents final : public QObject {
 };
 
 LinuxMenu::LinuxMenu(std::shared_ptr<Menu> menu)
-    : menu_(std::move(menu)), widget_(std::make_unique<QMenu>()) {
-  widget_->setStyleSheet(QLatin1String(look));
+    : menu_(std::move(menu)), widget_(std::make_unique<RowMenu>()) {
   for (const auto& item : menu_->items()) addRow(item);
   keyEquivalents_ = std::make_unique<KeyEquivalents>(*this);
   QObject::connect(widget_.get(), &QMenu::aboutToHide, widget_.get(), [menu = menu_] {
@@ -111,16 +107,27 @@ LinuxMenu::~LinuxMenu() {
 }
 
 void LinuxMenu::addRow(const std::shared_ptr<MenuItem>& item) {
-  auto* action = new QAction(widget_.get());
+  auto* action = item->view() ? makeViewAction(item->view()) : new QAction(widget_.get());
   show(*item, *action);
   item->onChange = [item = item.get(), action] { show(*item, *action); };
+  rows_.push_back({item, action});
+  widget_->addAction(action);
+  if (item->view()) return;
+  // A row that the pointer chooses takes the keyboard from a row with a view.
+  QObject::connect(action, &QAction::hovered, widget_.get(), [menu = widget_.get()] {
+    if (!menu->hasFocus()) menu->setFocus(Qt::PopupFocusReason);
+  });
   // Choosing a row with a mark turns the mark; the data say what it is.
   QObject::connect(action, &QAction::triggered, action, [item, action] {
     item->perform();
     show(*item, *action);
   });
-  widget_->addAction(action);
-  rows_.push_back({item, action});
+}
+
+QAction* LinuxMenu::makeViewAction(const std::shared_ptr<View>& view) {
+  auto* action = new QWidgetAction(widget_.get());
+  action->setDefaultWidget(new ViewRow(view, *widget_));
+  return action;
 }
 
 void LinuxMenu::show(const MenuItem& item, QAction& action) {
@@ -151,6 +158,7 @@ void LinuxMenu::popUp(QPoint position) {
     delegate->menuNeedsUpdate(*menu_);
     delegate->menuWillOpen(*menu_);
   }
+  if (auto* focused = widget_->focusWidget()) focused->clearFocus();
   widget_->popup(position);
 }
 

@@ -9,9 +9,10 @@
 #include "Platform/Menu.h"
 
 class QAction;
-class QMenu;
 
 namespace zephyx {
+
+class RowMenu;
 
 /// A menu's data as one of the toolkit's menus, which follows the data. Main thread.
 class LinuxMenu {
@@ -35,11 +36,12 @@ class LinuxMenu {
   };
 
   void addRow(const std::shared_ptr<MenuItem>& item);
+  QAction* makeViewAction(const std::shared_ptr<View>& view);
   static void show(const MenuItem& item, QAction& action);
 
   const std::shared_ptr<Menu> menu_;
   std::vector<Row> rows_;
-  std::unique_ptr<QMenu> widget_;
+  std::unique_ptr<RowMenu> widget_;
   std::unique_ptr<KeyEquivalents> keyEquivalents_;
 };
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Platform/Linux/Engines/LinuxFlutterViewController.h"
+#include "Platform/Linux/Views/ViewWindow.h"
 #include "Platform/Linux/Windows/Coordinates.h"
 #include "Platform/Linux/Windows/HostWindow.h"
 #include "Platform/Linux/Windows/KeyWindowTracker.h"
@@ -36,7 +37,7 @@ LinuxWindow::LinuxWindow(WindowConfiguration configuration, WindowHints& hints,
 
 LinuxWindow::~LinuxWindow() {
   keyTracker_.remove(this);
-  setContentViewController(nullptr);
+  discardWindow();
 }
 
 Rect LinuxWindow::frame() const {
@@ -45,7 +46,7 @@ Rect LinuxWindow::frame() const {
 
 void LinuxWindow::setFrame(Rect frame) {
   geometry_ = coordinates::fromHost(frame);
-  if (window_) window_->setGeometry(geometry_);
+  applyGeometry();
   resizeContent();
 }
 
@@ -56,7 +57,16 @@ void LinuxWindow::center() {
   const QRect available = availableGeometry(watch_, *screen);
   geometry_.moveTo(available.left() + (available.width() - geometry_.width()) / 2,
                    available.top() + (available.height() - geometry_.height()) / 2);
-  if (window_) window_->setGeometry(geometry_);
+  applyGeometry();
+}
+
+void LinuxWindow::applyGeometry() {
+  // The toolkit's widgets have a frame of their own, which they keep to when they are shown.
+  if (viewWindow_) {
+    viewWindow_->setGeometry(geometry_);
+  } else if (window_) {
+    window_->setGeometry(geometry_);
+  }
 }
 
 bool LinuxWindow::isVisible() const {
@@ -87,14 +97,13 @@ void LinuxWindow::activate() {
 }
 
 void LinuxWindow::keepAbove(QWindow& dialog) {
-  if (window_) dialog.setTransientParent(window_.get());
+  if (window_) dialog.setTransientParent(window_);
 }
 
 void LinuxWindow::show(bool activating) {
   // The visual of a window is for life; a compositor that came or went wants another.
   if (window_ && !window_->isVisible() && isSeeThrough() != hasSeeThroughVisual_) {
-    if (content_) content_->view().setParentItem(nullptr);
-    window_.reset();
+    discardWindow();
   }
   ensureWindow();
   attachContent();
@@ -116,18 +125,21 @@ void LinuxWindow::show(bool activating) {
 
 void LinuxWindow::ensureWindow() {
   if (window_) return;
-  window_ = std::make_unique<HostWindow>();
   Qt::WindowFlags flags = Qt::FramelessWindowHint;
   flags |= configuration().kind == WindowKind::panel ? Qt::Tool : Qt::Window;
   if (!configuration().canBecomeKey) flags |= Qt::WindowDoesNotAcceptFocus;
-  window_->setFlags(flags);
-  window_->onCloseRequest = [this] { orderOut(); };
+  if (configuration().ignoresMouseEvents) flags |= Qt::WindowTransparentForInput;
+  // A window manager would put the window into a frame of its own, which takes the clicks.
+  if (configuration().ignoresMouseEvents && !configuration().canBecomeKey) {
+    flags |= Qt::BypassWindowManagerHint;
+  }
+  hasSeeThroughVisual_ = isSeeThrough();
+  window_ = contentView_ ? makeViewWindow(flags) : makePictureWindow(flags);
   applyConfiguration();
   applyBackground();
-  hasSeeThroughVisual_ = isSeeThrough();
-  window_->setGeometry(geometry_);
+  applyGeometry();
 
-  auto* window = window_.get();
+  auto* window = window_;
   const auto follow = [this] { followWindow(); };
   QObject::connect(window, &QWindow::xChanged, window, follow);
   QObject::connect(window, &QWindow::yChanged, window, follow);
@@ -138,6 +150,29 @@ void LinuxWindow::ensureWindow() {
   });
 }
 
+QWindow* LinuxWindow::makePictureWindow(Qt::WindowFlags flags) {
+  pictureWindow_ = std::make_unique<HostWindow>();
+  pictureWindow_->setFlags(flags);
+  pictureWindow_->onCloseRequest = [this] { orderOut(); };
+  return pictureWindow_.get();
+}
+
+QWindow* LinuxWindow::makeViewWindow(Qt::WindowFlags flags) {
+  viewWindow_ = std::make_unique<ViewWindow>(contentView_);
+  viewWindow_->setWindowFlags(flags);
+  viewWindow_->onCloseRequest = [this] { orderOut(); };
+  applyBackground();
+  viewWindow_->winId();  // makes the window that all else is asked of
+  return viewWindow_->windowHandle();
+}
+
+void LinuxWindow::discardWindow() {
+  if (content_) content_->view().setParentItem(nullptr);
+  window_ = nullptr;
+  pictureWindow_.reset();
+  viewWindow_.reset();
+}
+
 void LinuxWindow::followWindow() {
   if (!window_->isVisible()) return;
   geometry_ = window_->geometry();
@@ -145,29 +180,54 @@ void LinuxWindow::followWindow() {
 }
 
 void LinuxWindow::setContentViewController(std::shared_ptr<FlutterViewController> controller) {
+  setContent(std::dynamic_pointer_cast<LinuxFlutterViewController>(std::move(controller)), nullptr);
+}
+
+void LinuxWindow::setContentView(std::shared_ptr<View> view) {
+  setContent(nullptr, std::move(view));
+}
+
+void LinuxWindow::setContent(std::shared_ptr<LinuxFlutterViewController> controller,
+                             std::shared_ptr<View> view) {
   if (content_) content_->view().setParentItem(nullptr);
-  content_ = std::dynamic_pointer_cast<LinuxFlutterViewController>(std::move(controller));
+  const bool wasVisible = isVisible();
+  const bool isOtherView = view != contentView_;
+  content_ = std::move(controller);
+  contentView_ = std::move(view);
+  // Views are drawn by another kind of window, which belongs to one tree of them.
+  if (isOtherView) discardWindow();
   resizeContent();
-  if (isVisible()) attachContent();
+  if (!wasVisible) return;
+  if (isOtherView) {
+    show(false);
+  } else {
+    attachContent();
+  }
 }
 
 void LinuxWindow::attachContent() {
   if (!content_) return;
   content_->loadView();
-  content_->view().setParentItem(window_->contentItem());
+  content_->view().setParentItem(pictureWindow_->contentItem());
 }
 
 void LinuxWindow::resizeContent() {
   if (content_) content_->setViewSize(geometry_.size());
+  if (contentView_) contentView_->setFrame({{0, 0}, coordinates::toHost(geometry_).size});
 }
 
 void LinuxWindow::makeContentFirstResponder() {
   if (content_) content_->takeFocus();
+  if (viewWindow_) viewWindow_->setFocus(Qt::ActiveWindowFocusReason);
 }
 
 std::string LinuxWindow::firstResponderDescription() const {
   // What the keyboard goes to once the window has it, which takes the window manager a moment.
-  const auto* item = window_ ? window_->contentItem()->scopedFocusItem() : nullptr;
+  if (viewWindow_) {
+    const auto* widget = viewWindow_->focusWidget();
+    return widget ? std::string("<") + widget->metaObject()->className() + ">" : "nil";
+  }
+  const auto* item = pictureWindow_ ? pictureWindow_->contentItem()->scopedFocusItem() : nullptr;
   while (item && item->isFocusScope() && item->scopedFocusItem()) item = item->scopedFocusItem();
   if (!item) return "nil";
   return std::string("<") + item->metaObject()->className() + ">";
@@ -182,8 +242,11 @@ void LinuxWindow::applyConfiguration() {
   const auto& wanted = configuration();
   window_->setTitle(QString::fromStdString(wanted.title));
   window_->setMinimumSize(pixelSize(wanted.minimumSize));
-  window_->setMovableByBackground(wanted.movableByWindowBackground);
-  window_->setResizable(wanted.styleMask & styleMask::resizable);
+  if (pictureWindow_) {
+    pictureWindow_->setMovableByBackground(wanted.movableByWindowBackground);
+    pictureWindow_->setResizable(wanted.styleMask & styleMask::resizable);
+  }
+  window_->setFlag(Qt::WindowTransparentForInput, wanted.ignoresMouseEvents);
   if (window_->opacity() != wanted.alpha) window_->setOpacity(wanted.alpha);
   if (isVisible() && wasAbove_ != isAbove()) {
     wasAbove_ = isAbove();
@@ -192,7 +255,9 @@ void LinuxWindow::applyConfiguration() {
 }
 
 void LinuxWindow::applyBackground() {
-  window_->setColor(isSeeThrough() ? QColor(Qt::transparent) : QColor::fromRgba(opaqueBackground));
+  const auto color = isSeeThrough() ? QColor(Qt::transparent) : QColor::fromRgba(opaqueBackground);
+  if (pictureWindow_) pictureWindow_->setColor(color);
+  if (viewWindow_) viewWindow_->setBackground(color);
 }
 
 bool LinuxWindow::isSeeThrough() const {

@@ -15,10 +15,11 @@ class DesktopWatch;
 class HostWindow;
 class KeyWindowTracker;
 class LinuxFlutterViewController;
+class ViewWindow;
 class WindowHints;
 
-/// A frameless top-level window whose content is a view controller's picture. The system's window
-/// and the picture are made when it is first shown.
+/// A frameless top-level window whose content is a view controller's picture or a tree of the
+/// host's own views. The system's window and the picture are made when it is first shown.
 class LinuxWindow final : public Window {
  public:
   LinuxWindow(WindowConfiguration configuration, WindowHints& hints, KeyWindowTracker& keyTracker,
@@ -36,6 +37,7 @@ class LinuxWindow final : public Window {
   void orderOut() override;
 
   void setContentViewController(std::shared_ptr<FlutterViewController> controller) override;
+  void setContentView(std::shared_ptr<View> view) override;
   void makeContentFirstResponder() override;
   std::string firstResponderDescription() const override;
 
@@ -51,6 +53,12 @@ class LinuxWindow final : public Window {
 
  private:
   void ensureWindow();
+  QWindow* makePictureWindow(Qt::WindowFlags flags);
+  QWindow* makeViewWindow(Qt::WindowFlags flags);
+  void discardWindow();
+  void setContent(std::shared_ptr<LinuxFlutterViewController> controller,
+                  std::shared_ptr<View> view);
+  void applyGeometry();
   void show(bool activating);
   void attachContent();
   void followWindow();
@@ -67,7 +75,11 @@ class LinuxWindow final : public Window {
   bool wasAbove_ = false;
   bool hasSeeThroughVisual_ = false;
   std::shared_ptr<LinuxFlutterViewController> content_;
-  std::unique_ptr<HostWindow> window_;
+  std::shared_ptr<View> contentView_;
+  // One of the two, by the kind of content; `window_` is what they have in common.
+  std::unique_ptr<HostWindow> pictureWindow_;
+  std::unique_ptr<ViewWindow> viewWindow_;
+  QWindow* window_ = nullptr;
 };
 
 }  // namespace zephyx

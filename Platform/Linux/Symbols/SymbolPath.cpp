@@ -1,7 +1,8 @@
-#include "Screens/SymbolPath.h"
+#include "Platform/Linux/Symbols/SymbolPath.h"
 
 #include <QtCore/QLatin1String>
 #include <QtCore/QStringList>
+#include <QtGui/QPainterPathStroker>
 
 namespace zephyx {
 namespace {
@@ -11,7 +12,16 @@ namespace {
 struct Drawing {
   const char* name;
   const char* lines;
+  const char* solids = nullptr;  ///< closed outlines that are filled
+  bool isStruckThrough = false;
 };
+
+constexpr const char* microphoneStand =
+    "M 6 11 C 6 14.3 8.7 17 12 17 C 15.3 17 18 14.3 18 11 M 12 17 L 12 21 M 8.5 21 L 15.5 21";
+constexpr const char* microphoneCapsule = "R 9 2.5 6 11.5 3";
+constexpr const char* strike = "M 4.5 3.5 L 19.5 20.5";
+/// Of the gap on both sides of the line that strikes a drawing through.
+constexpr double strikeGap = 1.4;
 
 constexpr Drawing drawings[] = {
     {"search", "O 10.5 10.5 6 M 15 15 L 20 20"},
@@ -59,6 +69,36 @@ constexpr Drawing drawings[] = {
      "M 14 4.5 L 6.5 4.5 C 5.4 4.5 4.5 5.4 4.5 6.5 L 4.5 17.5 C 4.5 18.6 5.4 19.5 6.5 19.5 "
      "L 17.5 19.5 C 18.6 19.5 19.5 18.6 19.5 17.5 L 19.5 11 M 18.2 3.8 L 20.2 5.8 L 12.5 "
      "13.5 L 9.8 14.2 L 10.5 11.5 Z"},
+
+    {"note.text", "R 4 3.5 16 17 3 M 7.5 8.5 L 16.5 8.5 M 7.5 12 L 16.5 12 M 7.5 15.5 L 13 15.5"},
+    {"cpu",
+     "R 6.5 6.5 11 11 2 R 10 10 4 4 0.8 M 9.5 3.5 L 9.5 6.5 M 14.5 3.5 L 14.5 6.5 M 9.5 17.5 L "
+     "9.5 20.5 M 14.5 17.5 L 14.5 20.5 M 3.5 9.5 L 6.5 9.5 M 3.5 14.5 L 6.5 14.5 M 17.5 9.5 L "
+     "20.5 9.5 M 17.5 14.5 L 20.5 14.5"},
+    {"thermometer",
+     "M 9.8 13.2 L 9.8 5.7 C 9.8 2.8 14.2 2.8 14.2 5.7 L 14.2 13.2 C 17.2 15.2 16.4 20.6 12 20.6 "
+     "C 7.6 20.6 6.8 15.2 9.8 13.2 Z M 12 8.5 L 12 15",
+     "O 12 16.6 1.7"},
+    {"memorychip",
+     "R 3.5 7 17 10 1.8 R 7 10.2 3.2 3.6 0.4 R 13.8 10.2 3.2 3.6 0.4 M 7 4.5 L 7 7 M 10.4 4.5 L "
+     "10.4 7 M 13.6 4.5 L 13.6 7 M 17 4.5 L 17 7 M 7 17 L 7 19.5 M 10.4 17 L 10.4 19.5 M 13.6 17 L "
+     "13.6 19.5 M 17 17 L 17 19.5"},
+    {"internaldrive",
+     "R 3.3 12.8 17.4 6.4 2 M 3.7 13.8 L 6.4 6.6 C 6.7 5.8 7.2 5.4 8 5.4 L 16 5.4 C 16.8 5.4 17.3 "
+     "5.8 17.6 6.6 L 20.3 13.8",
+     "O 17.2 16 1.2"},
+    {"chevron.down", "M 5.5 9 L 12 15.5 L 18.5 9"},
+    {"chevron.up", "M 5.5 15 L 12 8.5 L 18.5 15"},
+    {"moon.fill", "",
+     "M 20.2 14.2 C 19.1 14.8 17.8 15.1 16.5 15.1 C 12.4 15.1 9.1 11.8 9.1 7.7 C 9.1 6.3 9.4 5 10 "
+     "3.8 C 6.4 4.8 3.7 8.1 3.7 12 C 3.7 16.6 7.4 20.4 12.1 20.4 C 15.9 20.4 19.2 17.8 20.2 14.2 "
+     "Z"},
+    {"sun.max.fill",
+     "M 12 2.4 L 12 4.4 M 12 19.6 L 12 21.6 M 2.4 12 L 4.4 12 M 19.6 12 L 21.6 12 M 5.2 5.2 L 6.6 "
+     "6.6 M 17.4 17.4 L 18.8 18.8 M 5.2 18.8 L 6.6 17.4 M 17.4 6.6 L 18.8 5.2",
+     "O 12 12 4.6"},
+    {"mic.fill", microphoneStand, microphoneCapsule},
+    {"mic.slash.fill", microphoneStand, microphoneCapsule, true},
 };
 
 int argumentsOf(char command) {
@@ -79,7 +119,7 @@ int argumentsOf(char command) {
 
 QPainterPath parse(const char* lines) {
   QPainterPath path;
-  const QStringList words = QString::fromLatin1(lines).split(' ');
+  const QStringList words = QString::fromLatin1(lines).split(' ', Qt::SkipEmptyParts);
   for (qsizetype at = 0; at < words.size();) {
     const char command = words[at++].front().toLatin1();
     double n[6] = {};
@@ -108,12 +148,42 @@ QPainterPath parse(const char* lines) {
   return path;
 }
 
+const Drawing* find(const QString& name) {
+  for (const Drawing& drawing : drawings)
+    if (name == QLatin1String(drawing.name)) return &drawing;
+  return nullptr;
+}
+
+/// What a pen of this width covers.
+QPainterPath stroked(const QPainterPath& path, double width) {
+  QPainterPathStroker stroker;
+  stroker.setWidth(width);
+  stroker.setCapStyle(Qt::RoundCap);
+  stroker.setJoinStyle(Qt::RoundJoin);
+  auto covered = stroker.createStroke(path);
+  // Strokes cross each other; what two of them cover is covered all the same.
+  covered.setFillRule(Qt::WindingFill);
+  return covered;
+}
+
 }  // namespace
 
 QPainterPath symbolPath(const QString& name) {
-  for (const Drawing& drawing : drawings)
-    if (name == QLatin1String(drawing.name)) return parse(drawing.lines);
-  return {};
+  const auto* drawing = find(name);
+  return drawing ? parse(drawing->lines) : QPainterPath();
+}
+
+QPainterPath symbolGlyph(const QString& name, double lineWidth) {
+  const auto* drawing = find(name);
+  if (!drawing) return {};
+  auto glyph = stroked(parse(drawing->lines), lineWidth);
+  if (drawing->solids) glyph = glyph.united(parse(drawing->solids));
+  if (drawing->isStruckThrough) {
+    const auto line = parse(strike);
+    glyph =
+        glyph.subtracted(stroked(line, lineWidth + 2 * strikeGap)).united(stroked(line, lineWidth));
+  }
+  return glyph;
 }
 
 }  // namespace zephyx

@@ -1,0 +1,112 @@
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QWidget>
+#include <algorithm>
+
+#include "Platform/Application.h"
+#include "Platform/TextMetrics.h"
+#include "Tests/Desktop/ViewTest.h"
+
+namespace zephyx {
+namespace {
+
+using std::chrono::milliseconds;
+
+class ViewPanelTest : public ViewTest {
+ protected:
+  static WindowConfiguration headsUp(Rect frame) {
+    return {.kind = WindowKind::panel,
+            .contentRect = frame,
+            .level = windowLevel::status,
+            .transparentBackground = true,
+            .hasShadow = false,
+            .ignoresMouseEvents = true,
+            .canBecomeKey = false,
+            .canBecomeMain = false};
+  }
+
+  /// The screen's colour at a place in the host's coordinates.
+  QColor colorAt(Point place) {
+    auto* screen = QGuiApplication::primaryScreen();
+    const int y = static_cast<int>(screen->geometry().height() - place.y);
+    return screen->grabWindow(0, static_cast<int>(place.x), y, 1, 1).toImage().pixelColor(0, 0);
+  }
+};
+
+TEST_P(ViewPanelTest, AHeadsUpPanelShowsItsViewsAndLetsTheMouseThrough) {
+  auto& application = platform().application();
+  const auto below =
+      application.makeWindow({.kind = WindowKind::window, .contentRect = {{100, 100}, {400, 300}}});
+  auto target = std::make_shared<SampleAgentRow>();
+  below->setContentView(target);
+  EXPECT_EQ(target->frame().size, (Size{400, 300}));
+  below->makeKeyAndOrderFront();
+  ASSERT_TRUE(becomesTrue([&] { return below->isKeyWindow(); }));
+
+  const std::string words = "Keyboard locked for cleaning — press Ctrl+Alt+Super+K";
+  const auto room = platform().textMetrics().size(words, {13, FontWeight::semibold});
+  const Rect frame{{150, 150}, {room.width + 40, 120}};
+  const auto panel = application.makeWindow(headsUp(frame));
+  const auto view = std::make_shared<SamplePanel>(words);
+  panel->setContentView(view);
+  EXPECT_EQ(view->frame().size, frame.size);
+  view->setAlpha(0);
+  panel->orderFrontRegardless();
+  const auto isOnTheScreen = [&](const Window& window) {
+    const auto all = desktop().windows().viewable();
+    return std::any_of(all.begin(), all.end(), [&](const DesktopWindow& each) {
+      return each.width == window.frame().size.width * GetParam().scale;
+    });
+  };
+  ASSERT_TRUE(becomesTrue([&] { return isOnTheScreen(*panel); }));
+  const Point middle{frame.midX(), frame.origin.y + 100};
+  ASSERT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() > 15; }));
+  const auto uncovered = colorAt(middle);
+  view->setAlpha(1, Animation{.seconds = 0.2});
+  EXPECT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() < uncovered.lightness() / 2; }));
+  EXPECT_TRUE(below->isKeyWindow());
+
+  pointAt(QPoint(static_cast<int>(middle.x), 600 - static_cast<int>(middle.y)));
+  input().pressButton();
+  input().releaseButton();
+  EXPECT_TRUE(becomesTrue([&] { return target->clicks.size() == 1; }));
+
+  view->setAlpha(0, Animation{.seconds = 0.1});
+  EXPECT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() > 15; }));
+  panel->orderOut();
+  EXPECT_TRUE(becomesTrue([&] { return !isOnTheScreen(*panel); }));
+  panel->setContentView(nullptr);
+}
+
+TEST_P(ViewPanelTest, TextFitsIntoTheRoomThatWasMeasuredForIt) {
+  const auto& metrics = platform().textMetrics();
+  const Font font{13, FontWeight::semibold};
+  const auto line = metrics.size("", font);
+  EXPECT_EQ(line.width, 0);
+  EXPECT_GE(line.height, 13);
+  EXPECT_GT(metrics.size("mmmm", font).width, metrics.size("mm", font).width);
+  EXPECT_GT(metrics.size("mm", {26, FontWeight::semibold}).height, line.height);
+
+  const std::string words = "Wörter, die fast zu lang sind";
+  auto label = std::make_shared<Label>(words, TextStyle{font});
+  label->setAccessibilityLabel("words");
+  auto root = std::make_shared<View>();
+  root->addChild(label);
+  const auto size = metrics.size(words, font);
+  const auto window = platform().application().makeWindow(
+      {.kind = WindowKind::panel, .contentRect = {{50, 50}, {size.width, size.height}}});
+  label->setFrame({{0, 0}, size});
+  window->setContentView(root);
+  window->orderFrontRegardless();
+  const auto text = [&] { return shown(*label)->property("text").toString().toStdString(); };
+  EXPECT_TRUE(becomesTrue([&] { return text() == words; }));
+  label->setFrame({{0, 0}, {size.width - 8, size.height}});
+  EXPECT_TRUE(becomesTrue([&] { return text() != words; }));
+  EXPECT_NE(text().find("…"), std::string::npos);
+}
+
+INSTANTIATE_TEST_SUITE_P(Views, ViewPanelTest, viewAppearances, viewAppearanceName);
+
+}  // namespace
+}  // namespace zephyx

@@ -1,0 +1,109 @@
+#include "Tests/Desktop/ViewTest.h"
+
+#include <QtGui/QScreen>
+#include <QtGui/QWindow>
+#include <QtWidgets/QApplication>
+#include <QtWidgets/QMenu>
+#include <stdexcept>
+
+#include "Platform/Linux/Engines/ScreenProgram.h"
+
+namespace zephyx {
+
+std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string&, ScreenServices) {
+  return nullptr;
+}
+
+void ViewTest::SetUp() {
+  VirtualDesktopOptions options;
+  options.width = 800 * GetParam().scale;
+  options.height = 600 * GetParam().scale;
+  options.compositor = true;
+  desktop_ = std::make_unique<VirtualDesktop>(options);
+  desktop_->enter();
+  qputenv("QT_SCALE_FACTOR", QByteArray::number(GetParam().scale));
+  static char name[] = "desktop_view_tests";
+  static char* arguments[] = {name, nullptr};
+  platform_ = makePlatform(1, arguments);
+  if (!platform_) throw std::runtime_error("another instance runs on the new desktop");
+  if (GetParam().isMirrored) QApplication::setLayoutDirection(Qt::RightToLeft);
+  sample_ = std::make_unique<SampleMenu>();
+  statusItem_ = platform_->statusBar().makeStatusItem(-2);
+  statusItem_->setMenu(sample_->menu);
+  input().movePointer(200 * GetParam().scale, 100 * GetParam().scale);
+}
+
+void ViewTest::TearDown() {
+  statusItem_.reset();
+  sample_.reset();
+  platform_.reset();
+  desktop_.reset();
+}
+
+bool ViewTest::becomesTrue(const std::function<bool()>& condition,
+                           std::chrono::milliseconds deadline) {
+  return waitFor(
+      [&] {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return condition();
+      },
+      deadline);
+}
+
+void ViewTest::pass(std::chrono::milliseconds duration) {
+  (void)becomesTrue([] { return false; }, duration);
+}
+
+QMenu* ViewTest::menu() {
+  for (auto* widget : QApplication::topLevelWidgets()) {
+    auto* menu = qobject_cast<QMenu*>(widget);
+    if (menu && menu->isVisible()) return menu;
+  }
+  return nullptr;
+}
+
+bool ViewTest::menuIsOpen() {
+  return menu() && desktop_->windows().describe(static_cast<WindowId>(menu()->winId())).viewable;
+}
+
+void ViewTest::openMenu() {
+  statusItem_->performClick();
+  ASSERT_TRUE(becomesTrue([&] { return menuIsOpen(); }));
+  pass(std::chrono::milliseconds(50));
+}
+
+QWidget* ViewTest::shown(const View& view) {
+  const auto name = QString::fromStdString(view.accessibilityLabel());
+  for (auto* widget : QApplication::allWidgets()) {
+    if (widget->accessibleName() == name && widget->isVisible()) return widget;
+  }
+  throw std::runtime_error("nothing on the screen is called " + view.accessibilityLabel());
+}
+
+void ViewTest::pointAt(QPoint place) {
+  input().movePointer(place.x() * GetParam().scale, place.y() * GetParam().scale);
+}
+
+void ViewTest::pointAt(const QWidget& widget) {
+  pointAt(widget.mapToGlobal(widget.rect().center()));
+}
+
+void ViewTest::click(const QWidget& widget) {
+  pointAt(widget);
+  pass(std::chrono::milliseconds(30));
+  input().pressButton();
+  pass(std::chrono::milliseconds(20));
+  input().releaseButton();
+}
+
+std::size_t ViewTest::pixels(const QWidget& widget) {
+  const auto corner = widget.mapTo(widget.window(), QPoint());
+  const auto picture = QGuiApplication::primaryScreen()
+                           ->grabWindow(widget.window()->winId(), corner.x(), corner.y(),
+                                        widget.width(), widget.height())
+                           .toImage();
+  return qHash(QByteArrayView(picture.constBits(), picture.sizeInBytes()));
+}
+
+}  // namespace zephyx

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QtCore/QPoint>
+#include <functional>
+#include <memory>
+#include <ostream>
+#include <string>
+
+#include "Platform/Platform.h"
+#include "Tests/Desktop/ViewSamples.h"
+#include "Tests/Desktop/VirtualDesktop.h"
+
+class QMenu;
+class QWidget;
+
+namespace zephyx {
+
+/// How the desktop shows things.
+struct ViewAppearance {
+  const char* name;
+  int scale;
+  bool isMirrored;
+};
+
+inline void PrintTo(const ViewAppearance& appearance, std::ostream* stream) {
+  *stream << appearance.name;
+}
+
+/// For the last arguments of INSTANTIATE_TEST_SUITE_P.
+inline const auto viewAppearances =
+    testing::Values(ViewAppearance{"Plain", 1, false}, ViewAppearance{"MirroredTwice", 2, true});
+inline std::string viewAppearanceName(const testing::TestParamInfo<ViewAppearance>& info) {
+  return info.param.name;
+}
+
+/// The host's views on a real desktop, with a user's hand on the mouse and the keyboard.
+class ViewTest : public testing::TestWithParam<ViewAppearance> {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  Platform& platform() { return *platform_; }
+  VirtualDesktop& desktop() { return *desktop_; }
+  DesktopInput& input() { return desktop_->input(); }
+  SampleMenu& sample() { return *sample_; }
+
+  /// Handles the toolkit's events until `condition` holds.
+  [[nodiscard]] static bool becomesTrue(
+      const std::function<bool()>& condition,
+      std::chrono::milliseconds deadline = std::chrono::seconds(5));
+  static void pass(std::chrono::milliseconds duration);
+
+  void openMenu();
+  bool menuIsOpen();
+  /// The open menu; null when there is none.
+  static QMenu* menu();
+  /// The widget that shows a view of the sample, by the name that assistive technology has for it.
+  static QWidget* shown(const View& view);
+  /// The pointer goes to a place in a widget, or on the desktop; from right to left where lines do.
+  void pointAt(const QWidget& widget);
+  void pointAt(QPoint place);
+  void click(const QWidget& widget);
+  /// A checksum of what the server shows of a widget.
+  static std::size_t pixels(const QWidget& widget);
+
+ private:
+  std::unique_ptr<VirtualDesktop> desktop_;
+  std::unique_ptr<Platform> platform_;
+  std::unique_ptr<SampleMenu> sample_;
+  std::shared_ptr<StatusItem> statusItem_;
+};
+
+}  // namespace zephyx
