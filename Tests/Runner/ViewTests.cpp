@@ -1,6 +1,9 @@
 #include <gmock/gmock.h>
 
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "Platform/Label.h"
 #include "Platform/PushButton.h"

@@ -44,7 +44,9 @@ template <typename Predicate>
 bool SimulatedStatusItem::chooseRow(Predicate predicate) {
   if (!menuIsOpen_) return false;
   for (const auto& item : menu_->items()) {
-    if (item->isSeparator() || item->properties().isHidden || !predicate(*item)) continue;
+    // A view answers the user itself, and leaves the menu open.
+    if (item->isSeparator() || item->view() || item->properties().isHidden) continue;
+    if (!predicate(*item)) continue;
     const auto chosen = item;
     cancelTrackingWithoutAnimation();
     chosen->perform();

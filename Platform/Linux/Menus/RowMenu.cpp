@@ -25,6 +25,11 @@ RowMenu::RowMenu() {
   applyLook();
 }
 
+RowMenu::~RowMenu() {
+  // Rows that go hand the keyboard on to others, which ask the menu about it.
+  clear();
+}
+
 void RowMenu::applyLook() {
   // Colours that a style sheet takes from the palette stay as they were at first.
   const auto palette = QGuiApplication::palette();

@@ -11,6 +11,7 @@ class RowMenu final : public QMenu {
 
  public:
   RowMenu();
+  ~RowMenu() override;
 
   /// Takes in what a row has become; at once when it is open.
   void relayout();
