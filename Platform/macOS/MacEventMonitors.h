@@ -1,0 +1,18 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "Platform/Events.h"
+
+namespace zephyx {
+
+/// Monitors see events before windows do. Events that a loop of their own takes out (a tracked
+/// menu, a pressed control) pass them by.
+class MacEventMonitors final : public EventMonitors {
+ public:
+  [[nodiscard]] Registration addLocalMonitor(std::uint64_t mask,
+                                             std::function<bool(const Event&)> handler) override;
+};
+
+}  // namespace zephyx

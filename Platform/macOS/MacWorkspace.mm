@@ -1,0 +1,36 @@
+#import "Platform/macOS/MacWorkspace.h"
+
+#import <AppKit/AppKit.h>
+
+#import "Platform/macOS/MacRunningApplication.h"
+#import "Platform/macOS/Strings.h"
+
+namespace zephyx {
+
+std::shared_ptr<RunningApplication> MacWorkspace::frontmostApplication() const {
+  @autoreleasepool {
+    NSRunningApplication* application = NSWorkspace.sharedWorkspace.frontmostApplication;
+    return application ? std::make_shared<MacRunningApplication>(application) : nullptr;
+  }
+}
+
+bool MacWorkspace::usesCooperativeActivation() const {
+  if (@available(macOS 14.0, *)) return true;
+  return false;
+}
+
+void MacWorkspace::openUrl(const std::string& text) {
+  NSURL* url = [NSURL URLWithString:nsString(text)];
+  if (!url) return;
+  // Not -openURL:, which waits for the program to be found and started.
+  [NSWorkspace.sharedWorkspace openURL:url
+                         configuration:[NSWorkspaceOpenConfiguration configuration]
+                     completionHandler:nil];
+}
+
+void MacWorkspace::activateFileViewerSelecting(const std::string& path) {
+  NSURL* url = [NSURL fileURLWithPath:nsString(path)];
+  [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ url ]];
+}
+
+}  // namespace zephyx
