@@ -1,0 +1,40 @@
+#pragma once
+
+#include <memory>
+
+#include "Platform/Platform.h"
+
+namespace zephyx {
+
+/// The services on macOS.
+class MacPlatform final : public Platform {
+ public:
+  MacPlatform();
+  ~MacPlatform() override;
+
+  Accessibility& accessibility() override;
+  Application& application() override;
+  Directories& directories() override;
+  Dispatch& dispatch() override;
+  EventMonitors& eventMonitors() override;
+  EventPoster& eventPoster() override;
+  FlutterEngines& flutterEngines() override;
+  HotKeys& hotKeys() override;
+  Images& images() override;
+  KeyboardLayout& keyboardLayout() override;
+  NotificationCenter& defaultNotificationCenter() override;
+  NotificationCenter& workspaceNotificationCenter() override;
+  Pasteboard& pasteboard() override;
+  PreviewPanel& previewPanel() override;
+  Screens& screens() override;
+  StatusBar& statusBar() override;
+  SystemLog& systemLog() override;
+  UserDefaults& userDefaults() override;
+  Workspace& workspace() override;
+
+ private:
+  struct Services;
+  std::unique_ptr<Services> services_;
+};
+
+}  // namespace zephyx
