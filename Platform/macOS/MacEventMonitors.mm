@@ -27,6 +27,7 @@ Registration MacEventMonitors::addLocalMonitor(std::uint64_t mask,
                                               }
                                               return running->handler(*translated) ? event : nil;
                                             }];
+  if (!token) return {};
   return Registration([monitor, token] {
     monitor->isRegistered = false;
     [NSEvent removeMonitor:token];

@@ -2,7 +2,6 @@
 
 #import <AppKit/AppKit.h>
 
-#include <cstddef>
 #include <memory>
 #include <mutex>
 

@@ -2,7 +2,6 @@
 
 #import <CoreFoundation/CoreFoundation.h>
 
-#include <algorithm>
 #include <deque>
 #include <mutex>
 #include <utility>
@@ -68,6 +67,7 @@ void MacMainQueue::async(std::function<void()> block) {
 }
 
 void MacMainQueue::asyncAfter(double seconds, std::function<void()> block) {
+  if (seconds <= 0) return async(std::move(block));
   struct Delayed {
     std::weak_ptr<Blocks> blocks;
     std::function<void()> block;
@@ -78,7 +78,7 @@ void MacMainQueue::asyncAfter(double seconds, std::function<void()> block) {
   // The run loop releases a timer that has fired on the main thread, where the block belongs.
   context.release = [](const void* info) { delete static_cast<const Delayed*>(info); };
   const auto timer = OwnedRef<CFRunLoopTimerRef>::adopt(CFRunLoopTimerCreate(
-      kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + std::max(0.0, seconds), 0, 0, 0,
+      kCFAllocatorDefault, CFAbsoluteTimeGetCurrent() + seconds, 0, 0, 0,
       [](CFRunLoopTimerRef, void* info) {
         auto* due = static_cast<Delayed*>(info);
         if (const auto blocks = due->blocks.lock()) blocks->add(std::move(due->block));
