@@ -12,8 +12,8 @@ namespace {
 /// it does not add up. 40 ms for the poll of the pasteboard: no copy is overlooked for it.
 constexpr double toleranceShare = 0.1;
 
-/// A scheduled timer, and the wish not to be put to sleep while it runs: App Nap slows the timers
-/// of a program without a visible window down to one firing in many seconds.
+/// A scheduled timer, and the wish not to be slowed down while it runs: App Nap throttles the
+/// timers of a program in the background without a visible window.
 class RunningTimer {
  public:
   explicit RunningTimer(NSTimer* timer) : timer_(timer) {
