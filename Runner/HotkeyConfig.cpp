@@ -3,6 +3,7 @@
 #include <array>
 #include <charconv>
 #include <nlohmann/json.hpp>
+#include <string_view>
 #include <utility>
 
 #include "Platform/HotKeys.h"
@@ -49,7 +50,9 @@ Bytes encodeHotkeyTable(const HotkeyTable& table) {
 }
 
 std::optional<HotkeyTable> decodeHotkeyTable(BytesView bytes) {
-  const auto document = json::parse(bytes.begin(), bytes.end(), nullptr, false);
+  // As characters: not every standard library knows the traits of plain bytes.
+  const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+  const auto document = json::parse(text, nullptr, false);
   if (!document.is_object()) return std::nullopt;
   HotkeyTable table;
   for (const auto& [name, value] : document.items()) {

@@ -1,0 +1,78 @@
+#!/usr/bin/env bash
+# check-macos.sh DECLARATIONS OUTPUT JOBS: compiles every macOS source for both processors against the
+# declarations of Apple's frameworks, the portable sources too, and looks every name in them up.
+# Objects and transcripts go to OUTPUT.
+set -uo pipefail
+declarations=$(realpath "$1")
+output=$(realpath -m "$2")
+jobs=$3
+minimum=13.0
+root=$PWD
+rm -rf "$output"
+mkdir -p "$output/names"
+
+# The compiler's warnings are those of the real build.
+warnings=$(sed -n '/^target_compile_options(zephyx_options/,/)/p' cmake/ZephyxTargets.cmake |
+  grep -oE -- '-W[a-z-]+' | sort -u | tr '\n' ' ')
+export declarations output root minimum warnings
+
+files() {
+  git ls-files --cached --others --exclude-standard --deduplicate -- "$@" |
+    while IFS= read -r file; do [ ! -f "$file" ] || printf "%s\n" "$file"; done
+}
+
+# compile ARCHITECTURE FILE: an object. The type checker keeps files of its own in TMPDIR, which two
+# of them must not share.
+compile() {
+  local architecture=$1 file=$2 status
+  local folder=$output/$architecture/$(dirname "$file")
+  mkdir -p "$folder"
+  cd "$folder" || return
+  TMPDIR=$(mktemp -d)
+  export TMPDIR
+  # shellcheck disable=SC2086
+  "$declarations/typecheck.sh" "$architecture" --emit "$root/$file" -- -I"$root" -idirafter /usr/include \
+    $warnings -Werror
+  status=$?
+  rm -r "$TMPDIR"
+  return $status
+}
+
+# look_up FILE...: every name as the compiler understands it. Newer names are for information: the
+# compiler has refused those outside @available.
+look_up() {
+  local transcript status
+  transcript=$(mktemp "$output/names/XXXXXX")
+  python3 "$declarations/check_api.py" --engine ast --min "$minimum" --include "$root" "$@" \
+    >"$transcript" 2>&1
+  status=$?
+  grep -E '^(UNKNOWN|NEAR-MISS) ' "$transcript" && return 1
+  [ $status -eq 0 ] || cat "$transcript"
+  return $status
+}
+export -f compile look_up
+
+mapfile -t sources < <(files 'Platform/macOS/*.mm')
+mapfile -t portable < <(files 'Runner/*.cpp' 'Channel/*.cpp' 'Platform/*.cpp' ':!Platform/Linux')
+if [ ${#sources[@]} -eq 0 ] || [ ${#portable[@]} -eq 0 ]; then
+  echo "no sources found"
+  exit 1
+fi
+
+{
+  printf '%s\n' "${sources[@]}" | xargs -n $(((${#sources[@]} + jobs - 1) / jobs)) echo look_up
+  for file in "${sources[@]}"; do printf 'compile arm64 %s\ncompile x86_64 %s\n' "$file" "$file"; done
+  for file in "${portable[@]}"; do printf 'compile arm64 %s\n' "$file"; done
+} | xargs -d '\n' -P "$jobs" -I{} bash -c '{} || { echo "failed: {}"; exit 1; }'
+status=$?
+
+if [ $status -eq 0 ]; then
+  for architecture in arm64 x86_64; do
+    count=$(find "$output/$architecture/Platform/macOS" -name '*.o' | wc -l)
+    echo "$architecture: $count objects of ${#sources[@]} macOS sources"
+    [ "$count" -eq ${#sources[@]} ] || status=1
+  done
+  echo "newer than macOS $minimum, so inside @available:"
+  grep -hE '^NEWER +[a-z]' "$output"/names/* | sed -E 's/^NEWER +[a-z]+ +/  /' | sort -u
+fi
+exit $status
