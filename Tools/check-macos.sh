@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # check-macos.sh DECLARATIONS OUTPUT JOBS: compiles every macOS source for both processors against the
-# declarations of Apple's frameworks, the portable sources too, and looks every name in them up.
-# Objects and transcripts go to OUTPUT.
+# declarations of Apple's frameworks, the portable sources too, looks every name in them up, and walks
+# through the making of the bundle. Objects and transcripts go to OUTPUT.
 set -uo pipefail
 declarations=$(realpath "$1")
 output=$(realpath -m "$2")
@@ -75,4 +75,5 @@ if [ $status -eq 0 ]; then
   echo "newer than macOS $minimum, so inside @available:"
   grep -hE '^NEWER +[a-z]' "$output"/names/* | sed -E 's/^NEWER +[a-z]+ +/  /' | sort -u
 fi
+Tools/check-bundle.sh "$output/bundle" || status=1
 exit $status

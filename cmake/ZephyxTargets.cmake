@@ -5,8 +5,10 @@ set(ZEPHYX_SANITIZE "" CACHE STRING "Sanitizers, comma-separated, as -fsanitize 
 add_library(zephyx_options INTERFACE)
 target_include_directories(zephyx_options INTERFACE ${CMAKE_SOURCE_DIR})
 target_compile_options(zephyx_options INTERFACE
-  -Wall -Wextra -Wpedantic -Werror -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual
   -Wold-style-cast -Wcast-qual -Wconversion -Wno-sign-conversion
+  # On a Mac each newer compiler would end the build; `./dev check` holds these sources to the rule.
+  $<$<NOT:$<PLATFORM_ID:Darwin>>:-Werror>
   # members that a designated initialiser leaves out have their defaults
   -Wno-missing-field-initializers)
 if(ZEPHYX_SANITIZE)
