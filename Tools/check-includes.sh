@@ -18,7 +18,7 @@ rule() {
   local folder=$1 allowed=$2
   shift 2
   report "$folder may include only $allowed" < <(
-    grep -nE '^\s*#\s*(include|import)\s*"' "$@" /dev/null | grep -vE ":\s*#\s*(include|import)\s*\"($allowed)")
+    grep -d skip -nE '^\s*#\s*(include|import)\s*"' "$@" /dev/null | grep -vE ":\s*#\s*(include|import)\s*\"($allowed)")
 }
 
 shopt -s nullglob
