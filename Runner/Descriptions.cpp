@@ -1,17 +1,25 @@
 #include "Runner/Descriptions.h"
 
-#include <array>
-#include <charconv>
+#include <iomanip>
+#include <locale>
+#include <sstream>
 
 namespace zephyx {
 namespace {
 
+/// The fewest decimals that tell the value apart, one at least. Not through `std::to_chars`, which
+/// the oldest macOS that the program runs on lacks for floating-point numbers.
 std::string describe(double value) {
-  std::array<char, 32> buffer{};
-  const auto end = std::to_chars(buffer.data(), buffer.data() + buffer.size(), value).ptr;
-  std::string text(buffer.data(), end);
-  if (text.find_first_of(".en") == std::string::npos) text += ".0";
-  return text;
+  constexpr int mostDecimals = 17;
+  for (int decimals = 1;; ++decimals) {
+    std::ostringstream text;
+    text.imbue(std::locale::classic());
+    text << std::fixed << std::setprecision(decimals) << value;
+    std::istringstream back(text.str());
+    back.imbue(std::locale::classic());
+    double parsed = 0;
+    if (decimals == mostDecimals || (back >> parsed && parsed == value)) return text.str();
+  }
 }
 
 }  // namespace

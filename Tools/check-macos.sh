@@ -9,7 +9,10 @@ jobs=$3
 minimum=13.0
 root=$PWD
 rm -rf "$output"
-mkdir -p "$output/names"
+mkdir -p "$output/names" "$output/include"
+# Debian's build of the Mac's standard library does not say since which macOS each piece of it is there.
+sed '/define _LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS/d' \
+  /usr/lib/llvm-19/include/c++/v1/__config_site >"$output/include/__config_site" || exit
 
 # The compiler's warnings are those of the real build.
 warnings=$(sed -n '/^target_compile_options(zephyx_options/,/)/p' cmake/ZephyxTargets.cmake |
@@ -31,8 +34,8 @@ compile() {
   TMPDIR=$(mktemp -d)
   export TMPDIR
   # shellcheck disable=SC2086
-  "$declarations/typecheck.sh" "$architecture" --emit "$root/$file" -- -I"$root" -idirafter /usr/include \
-    $warnings -Werror
+  "$declarations/typecheck.sh" "$architecture" --emit "$root/$file" -- -I"$output/include" -I"$root" \
+    -idirafter /usr/include $warnings -Werror
   status=$?
   rm -r "$TMPDIR"
   return $status

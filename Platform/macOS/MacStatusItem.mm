@@ -24,9 +24,12 @@ void MacStatusItem::setImage(const std::string& symbol,
 }
 
 void MacStatusItem::setMenu(std::shared_ptr<Menu> menu) {
-  auto next = menu ? std::make_unique<MacMenu>(std::move(menu)) : nullptr;
-  item_.menu = next ? next->menu() : nil;
-  menu_ = std::move(next);
+  // The old one first: the same rows may come again, and follow one menu only.
+  item_.menu = nil;
+  menu_.reset();
+  if (!menu) return;
+  menu_ = std::make_unique<MacMenu>(std::move(menu));
+  item_.menu = menu_->menu();
 }
 
 void MacStatusItem::cancelTrackingWithoutAnimation() {
