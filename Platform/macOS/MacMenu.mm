@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#import "Platform/macOS/MacView.h"
 #import "Platform/macOS/Strings.h"
 
 @interface ZephyxMenuDelegate : NSObject <NSMenuDelegate>
@@ -85,6 +86,7 @@ void MacMenu::addRow(const std::shared_ptr<MenuItem>& item) {
   rows_.push_back(row);
   auto* native = [[NSMenuItem alloc] initWithTitle:@"" action:@selector(choose:) keyEquivalent:@""];
   native.target = row;
+  if (item->view()) native.view = makeNativeView(item->view());
   show(*data, native);
   item->onChange = [=] { show(*data, native); };
   [native_ addItem:native];

@@ -29,6 +29,7 @@ class MacPlatform final : public Platform {
   Screens& screens() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
+  TextMetrics& textMetrics() override;
   UserDefaults& userDefaults() override;
   Workspace& workspace() override;
 

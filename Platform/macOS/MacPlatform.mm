@@ -18,6 +18,7 @@
 #import "Platform/macOS/MacScreens.h"
 #import "Platform/macOS/MacStatusItem.h"
 #import "Platform/macOS/MacSystemLog.h"
+#import "Platform/macOS/MacTextMetrics.h"
 #import "Platform/macOS/MacUserDefaults.h"
 #import "Platform/macOS/MacWorkspace.h"
 #import "Platform/macOS/SingleInstance.h"
@@ -47,6 +48,7 @@ struct MacPlatform::Services {
   MacScreens screens;
   MacPreviewPanel previewPanel;
   MacStatusBar statusBar;
+  MacTextMetrics textMetrics;
   MacFlutterEngines flutterEngines;
 };
 
@@ -120,6 +122,10 @@ StatusBar& MacPlatform::statusBar() {
 
 SystemLog& MacPlatform::systemLog() {
   return services_->systemLog;
+}
+
+TextMetrics& MacPlatform::textMetrics() {
+  return services_->textMetrics;
 }
 
 UserDefaults& MacPlatform::userDefaults() {

@@ -25,6 +25,7 @@ class MacWindow final : public Window {
   void orderOut() override;
 
   void setContentViewController(std::shared_ptr<FlutterViewController> controller) override;
+  void setContentView(std::shared_ptr<View> view) override;
   void makeContentFirstResponder() override;
   std::string firstResponderDescription() const override;
 

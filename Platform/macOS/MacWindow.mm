@@ -4,6 +4,7 @@
 
 #import "Platform/macOS/Coordinates.h"
 #import "Platform/macOS/MacFlutterViewController.h"
+#import "Platform/macOS/MacView.h"
 #import "Platform/macOS/Strings.h"
 
 @interface ZephyxWindow : NSWindow
@@ -133,6 +134,11 @@ void MacWindow::setContentViewController(std::shared_ptr<FlutterViewController> 
   content_ = std::move(content);
 }
 
+void MacWindow::setContentView(std::shared_ptr<View> view) {
+  setContentViewController(nullptr);
+  if (view) window_.contentView = makeNativeView(view);
+}
+
 void MacWindow::makeContentFirstResponder() {
   [window_ makeFirstResponder:viewTakingKeyboard(window_.contentView)];
 }
@@ -159,6 +165,7 @@ void MacWindow::applyConfiguration() {
   window_.hidesOnDeactivate = wanted.hidesOnDeactivate;
   window_.alphaValue = wanted.alpha;
   window_.hasShadow = wanted.hasShadow;
+  window_.ignoresMouseEvents = wanted.ignoresMouseEvents;
   window_.collectionBehavior = wanted.collectionBehavior;
   applyBackground();
   applyPanelProperties();
