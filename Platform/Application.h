@@ -43,7 +43,8 @@ class Application {
   virtual std::shared_ptr<Window> makeWindow(const WindowConfiguration& configuration) = 0;
   /// The living windows made by `makeWindow`, in the order of their creation.
   virtual std::vector<std::shared_ptr<Window>> windows() const = 0;
-  /// Null when no window of `windows()` has the keyboard.
+  /// Null when no window of `windows()` has the keyboard; also, on some systems, between one window
+  /// that resigns and the next, while the first one's observers are called.
   virtual std::shared_ptr<Window> keyWindow() const = 0;
   /// True while a file dialog of this process is on screen, whoever opened it.
   virtual bool hasVisibleSavePanel() const = 0;

@@ -70,8 +70,11 @@ void MainFlutterWindow::awakeFromNib() {
   // silent; hiding on a change of space rests on the key monitor.
   auto& center = platform_.defaultNotificationCenter();
   const auto* object = window_->notificationObject();
-  resignKeyObserver_ = center.addObserver(notification::windowDidResignKey, object,
-                                          lifetime_.wrap([this] { didResignKey(); }));
+  resignKeyObserver_ =
+      center.addObserver(notification::windowDidResignKey, object, lifetime_.wrap([this] {
+        // Only then is it known which window has the keyboard instead.
+        platform_.dispatch().mainQueue().async(lifetime_.wrap([this] { didLoseKeyboard(); }));
+      }));
   becomeKeyObserver_ =
       center.addObserver(notification::windowDidBecomeKey, object, lifetime_.wrap([this] {
         window_->configure([](WindowConfiguration& c) { c.level = windowLevel::status; });
@@ -99,8 +102,9 @@ void MainFlutterWindow::setupGestureTracking() {
       });
 }
 
-void MainFlutterWindow::didResignKey() {
+void MainFlutterWindow::didLoseKeyboard() {
   const auto key = application_.keyWindow();
+  if (key == window_) return;  // it is back, or was lent to an open menu only
   if (key && key == ClipboardPanelController::shared().panel()) return;
   if (application_.hasVisibleSavePanel()) {
     window_->configure([](WindowConfiguration& c) { c.level = windowLevel::normal; });

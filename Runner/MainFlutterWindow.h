@@ -35,7 +35,7 @@ class MainFlutterWindow {
 
  private:
   void setupGestureTracking();
-  void didResignKey();
+  void didLoseKeyboard();
   void waitForFilePanelClose();
   void handle(const MethodCall& call, MethodResult result);
 

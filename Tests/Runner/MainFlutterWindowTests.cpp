@@ -42,8 +42,17 @@ TEST_F(MainFlutterWindowTest, HidesWhenAnotherApplicationTakesTheKeyboardButNotF
   EXPECT_FALSE(mainWindow().isVisible());
 }
 
+TEST_F(MainFlutterWindowTest, StaysWhenItHasTheKeyboardBackAtOnce) {
+  desktop.workspace.bringToFront(editor);
+  desktop.workspace.bringToFront(desktop.workspace.host());
+  EXPECT_TRUE(mainWindow().isKeyWindow());
+  desktop.dispatch.settle();
+  EXPECT_TRUE(mainWindow().isVisible());
+}
+
 TEST_F(MainFlutterWindowTest, WaitsBehindAFileDialogAndComesBack) {
   desktop.application.openSavePanel();
+  desktop.dispatch.settle();
   EXPECT_TRUE(mainWindow().isVisible());
   EXPECT_EQ(mainWindow().configuration().level, 0);
   desktop.dispatch.advance(2.05);
@@ -57,6 +66,7 @@ TEST_F(MainFlutterWindowTest, WaitsBehindAFileDialogAndComesBack) {
 
 TEST_F(MainFlutterWindowTest, ComesBackAlsoWhenTheUserWentElsewhereMeanwhile) {
   desktop.application.openSavePanel();
+  desktop.dispatch.settle();
   desktop.workspace.bringToFront(editor);
   desktop.application.closeSavePanel();
   desktop.dispatch.advance(0.3);
@@ -65,6 +75,8 @@ TEST_F(MainFlutterWindowTest, ComesBackAlsoWhenTheUserWentElsewhereMeanwhile) {
 
 TEST_F(MainFlutterWindowTest, BecomingKeyRestoresItsLevel) {
   desktop.application.openSavePanel();
+  desktop.dispatch.settle();
+  EXPECT_EQ(mainWindow().configuration().level, 0);
   desktop.application.closeSavePanel();
   mainWindow().makeKeyAndOrderFront();
   EXPECT_EQ(mainWindow().configuration().level, 25);

@@ -115,9 +115,11 @@ void SimulatedApplication::hostActivityChanged(bool isActive) {
 void SimulatedApplication::setKeyWindow(std::shared_ptr<SimulatedWindow> window) {
   const auto old = key_.lock();
   if (old == window) return;
-  key_ = window;
+  key_.reset();
   if (old) notificationCenter_.post(notification::windowDidResignKey, old->notificationObject());
-  if (window && key_.lock() == window) {
+  if (key_.lock()) return;  // an observer has given it to another one
+  key_ = window;
+  if (window) {
     notificationCenter_.post(notification::windowDidBecomeKey, window->notificationObject());
   }
 }
