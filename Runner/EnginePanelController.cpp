@@ -1,5 +1,6 @@
 #include "Runner/EnginePanelController.h"
 
+#include <cmath>
 #include <cstdint>
 #include <utility>
 
@@ -186,6 +187,8 @@ bool EnginePanelController::placeCardBackground(VisualEffectView& background, co
   const auto w = number("w");
   const auto h = number("h");
   if (!x || !y || !w || !h) return false;
+  // Layers refuse other geometry with an exception.
+  if (!std::isfinite(*x + *y + *w + *h + cornerRadius)) return false;
   const double hostHeight = viewController_->viewBounds().size.height;
   background.setFrame({{*x, hostHeight - *y - *h}, {*w, *h}});
   background.setCornerRadius(cornerRadius);

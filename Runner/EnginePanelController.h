@@ -65,7 +65,7 @@ class EnginePanelController {
   void handleOpenUrl(const MethodCall& call, MethodResult result);
 
   /// Lays a frosted background behind a card. `card` has the numbers "x", "y", "w", "h" from the
-  /// top left; false, and nothing changed, when one is missing.
+  /// top left; false, and nothing changed, when one is missing or not finite.
   bool placeCardBackground(VisualEffectView& background, const Value& card, double cornerRadius);
 
   void log(const std::string& message);

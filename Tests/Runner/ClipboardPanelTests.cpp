@@ -1,3 +1,5 @@
+#include <limits>
+
 #include "Runner/ClipboardPanelController.h"
 #include "Tests/Runner/HostTest.h"
 
@@ -205,6 +207,14 @@ TEST_F(ClipboardPanelTest, CardBackgroundsFollowTheCardsFromAPoolThatNeverShrink
   EXPECT_EQ(blurs()[1]->frame, (Rect{{1, 714}, {3, 4}}));
   EXPECT_EQ(blurs()[1]->cornerRadius, 6);
   EXPECT_THAT(shownBlurs(), ElementsAre(true, true, false));
+
+  // What is no place on a screen leaves it alone as well.
+  constexpr double infinity = std::numeric_limits<double>::infinity();
+  update({card(1, 1, std::numeric_limits<double>::quiet_NaN(), 1), card(infinity, 1, 1, 1)});
+  update({card(1, 1, 1, 1), card(1, 1, 1, 1)}, infinity);
+  EXPECT_EQ(blurs()[0]->frame, (Rect{{10, 620}, {200, 100}}));
+  EXPECT_EQ(blurs()[1]->frame, (Rect{{1, 714}, {3, 4}}));
+  EXPECT_EQ(blurs()[1]->cornerRadius, 6);
 
   update({});
   EXPECT_THAT(shownBlurs(), ElementsAre(false, false, false));
