@@ -8,6 +8,7 @@
 
 #import "Platform/macOS/EventTranslation.h"
 #import "Platform/macOS/Strings.h"
+#import "Platform/macOS/ZephyxApplicationDelegate.h"
 
 /// Data source and delegate of the panel, which does not retain it.
 @interface ZephyxPreviewSource : NSObject <QLPreviewPanelDataSource, QLPreviewPanelDelegate>
@@ -49,12 +50,12 @@ __weak ZephyxPreviewSource* currentSource = nil;
 }
 
 /// The panel belongs to the first object of the key window's responder chain that wants it, and
-/// forgets its data source whenever it finds another one or none. The application ends every chain,
-/// whichever of the host's windows the preview is opened from.
-@interface NSApplication (ZephyxPreviewControl)
+/// forgets its data source whenever it finds another one or none. The application's delegate ends
+/// every chain, whichever of the host's windows the preview is opened from.
+@interface ZephyxApplicationDelegate (PreviewControl)
 @end
 
-@implementation NSApplication (ZephyxPreviewControl)
+@implementation ZephyxApplicationDelegate (PreviewControl)
 
 - (BOOL)acceptsPreviewPanelControl:(QLPreviewPanel*)panel {
   return [currentSource hasController];
