@@ -52,7 +52,16 @@
   return self;
 }
 
+// When the menu has gone: actions bring windows and the application to the front, and doing that
+// while the menu's window fades away can leave it behind, unseen, where it catches clicks.
 - (void)choose:(id)sender {
+  [self performSelector:@selector(perform)
+             withObject:nil
+             afterDelay:0
+                inModes:@[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode ]];
+}
+
+- (void)perform {
   if (const auto item = _item.lock()) item->perform();
 }
 @end

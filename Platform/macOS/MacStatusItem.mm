@@ -11,6 +11,7 @@ MacStatusItem::MacStatusItem(double length)
     : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]) {}
 
 MacStatusItem::~MacStatusItem() {
+  [NSObject cancelPreviousPerformRequestsWithTarget:item_.button];
   item_.menu = nil;
   [NSStatusBar.systemStatusBar removeStatusItem:item_];
 }

@@ -29,7 +29,9 @@ void MacWorkspace::openUrl(const std::string& text) {
 }
 
 void MacWorkspace::activateFileViewerSelecting(const std::string& path) {
-  NSURL* url = [NSURL fileURLWithPath:nsString(path)];
+  // An empty path would mean the working folder, and an array takes no nil.
+  NSURL* url = path.empty() ? nil : [NSURL fileURLWithPath:nsString(path)];
+  if (!url) return;
   [NSWorkspace.sharedWorkspace activateFileViewerSelectingURLs:@[ url ]];
 }
 
