@@ -134,8 +134,10 @@ bool belongsToClickableView(const zephyx::View& view) {
 }
 
 - (void)mouseUp:(NSEvent*)event {
-  if (!_isPressed) return [super mouseUp:event];
+  // Of a menu that was pulled down with the button held, a row is chosen by the release alone.
+  const bool isClick = _isPressed || (_view->acceptsClicks() && self.enclosingMenuItem);
   _isPressed = NO;
+  if (!isClick) return [super mouseUp:event];
   const NSPoint place = [self convertPoint:event.locationInWindow fromView:nil];
   if (!NSMouseInRect(place, self.bounds, self.flipped)) return;
   const auto view = _view;

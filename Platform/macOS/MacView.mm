@@ -59,7 +59,7 @@
 
 - (void)setUserInterfaceLayoutDirection:(NSUserInterfaceLayoutDirection)direction {
   [super setUserInterfaceLayoutDirection:direction];
-  if (_root) _root->placeChildren();
+  if (_root) _root->setLayoutDirection(direction);
 }
 
 - (void)viewDidChangeEffectiveAppearance {

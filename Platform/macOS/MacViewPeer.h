@@ -19,8 +19,8 @@ class MacViewPeer final : public ViewPeer {
   ~MacViewPeer() override;
 
   NSView<ZephyxNativeView>* native() const { return native_; }
-  /// Puts the native views in here where they belong after a change of the layout direction.
-  void placeChildren();
+  /// Of this view and all in it; native views do not take it from each other.
+  void setLayoutDirection(NSUserInterfaceLayoutDirection direction);
   /// Tells this view and all in it that colours have changed.
   void appearanceDidChange();
 

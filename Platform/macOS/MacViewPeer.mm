@@ -68,6 +68,9 @@ NSString* textOrNil(const std::string& text) {
 MacViewPeer::MacViewPeer(std::shared_ptr<View> view, const MacViewPeer* parent)
     : view_(std::move(view)), parent_(parent), native_(NativeViewMaker::make(view_)) {
   registration_ = view_->attachPeer(*this);
+  if (parent_) {
+    native_.userInterfaceLayoutDirection = parent_->native_.userInterfaceLayoutDirection;
+  }
   propertiesDidChange();
   alphaDidChange(std::nullopt);
   childrenDidChange();
@@ -88,11 +91,11 @@ void MacViewPeer::place() {
   native_.frame = [native_ nativeFrameForFrame:coordinates.fromHost(view_->frame())];
 }
 
-void MacViewPeer::placeChildren() {
-  for (const auto& child : children_) {
-    child->place();
-    child->placeChildren();
-  }
+void MacViewPeer::setLayoutDirection(NSUserInterfaceLayoutDirection direction) {
+  native_.userInterfaceLayoutDirection = direction;
+  showView();
+  native_.needsDisplay = YES;
+  for (const auto& child : children_) child->setLayoutDirection(direction);
 }
 
 void MacViewPeer::frameDidChange() {
