@@ -22,7 +22,8 @@ constexpr CGFloat textInset = 2;
 + (instancetype)labelShowing:(std::shared_ptr<zephyx::Label>)label {
   ZephyxLabel* made = [self labelWithString:@""];
   made->_label = std::move(label);
-  made.usesSingleLineMode = YES;
+  // Not -usesSingleLineMode, which puts the baseline where it is right for one font only.
+  made.maximumNumberOfLines = 1;
   return made;
 }
 

@@ -8,7 +8,10 @@
 namespace zephyx {
 
 MacStatusItem::MacStatusItem(double length)
-    : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]) {}
+    : item_([NSStatusBar.systemStatusBar statusItemWithLength:length]) {
+  // The name under which the system keeps the item's place. That of items without one is shared.
+  item_.autosaveName = @"Zephyx";
+}
 
 MacStatusItem::~MacStatusItem() {
   [NSObject cancelPreviousPerformRequestsWithTarget:item_.button];
