@@ -47,7 +47,8 @@ struct PasteboardReadPlan {
       preferred;  ///< the first of these that is offered and answers is fetched
 };
 
-/// The general pasteboard. Main thread; no call waits for another program.
+/// The general pasteboard. Main thread. Looking at it never waits for another program; writing may
+/// wait for a read under way where a system shares one pasteboard among the threads.
 class Pasteboard {
  public:
   virtual ~Pasteboard() = default;
