@@ -18,9 +18,8 @@ inline constexpr const char* badArguments = "BAD_ARGS";
 /// The channel of one engine. `log` outlives it.
 inline std::shared_ptr<MethodChannel> makeMenuChannel(
     const std::shared_ptr<BinaryMessenger>& messenger, SystemLog& log) {
-  return std::make_shared<MethodChannel>(messenger, menuChannelName, [&log](std::string_view line) {
-    log.log("[Channel] " + std::string(line));
-  });
+  return std::make_shared<MethodChannel>(
+      messenger, menuChannelName, [&log](std::string_view line) { log.log(std::string(line)); });
 }
 
 }  // namespace zephyx
