@@ -1,15 +1,13 @@
 #include "Platform/Linux/LinuxUserDefaults.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-
 #include <QtCore/QFile>
 #include <QtCore/QJsonDocument>
+#include <cstddef>
+#include <cstdint>
 #include <cstdio>
-#include <filesystem>
 #include <utility>
 
-#include "Platform/Linux/FileDescriptor.h"
+#include "Platform/PrivateFile.h"
 #include "Platform/SystemLog.h"
 
 namespace zephyx {
@@ -18,21 +16,6 @@ namespace {
 constexpr int writeDelayMilliseconds = 30;
 const QString stringKey = QStringLiteral("string");
 const QString dataKey = QStringLiteral("data");
-
-bool writeWhole(const std::string& path, const QByteArray& bytes) {
-  const FileDescriptor file(
-      open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NOFOLLOW, 0600));
-  if (!file || fchmod(file.get(), 0600) != 0) return false;
-  auto left = bytes.size();
-  const char* next = bytes.constData();
-  while (left > 0) {
-    const auto written = ::write(file.get(), next, static_cast<std::size_t>(left));
-    if (written <= 0) return false;
-    next += written;
-    left -= written;
-  }
-  return true;
-}
 
 }  // namespace
 
@@ -99,12 +82,10 @@ void LinuxUserDefaults::change(const std::string& key, const QJsonValue& value) 
 }
 
 void LinuxUserDefaults::write() {
-  std::error_code error;
-  std::filesystem::create_directories(std::filesystem::path(folder_).parent_path(), error);
-  mkdir(folder_.c_str(), 0700);
-  const auto temporary = path_ + ".new";
-  if (!writeWhole(temporary, QJsonDocument(values_).toJson()) ||
-      std::rename(temporary.c_str(), path_.c_str()) != 0) {
+  const auto bytes = QJsonDocument(values_).toJson();
+  const BytesView contents(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
+                           static_cast<std::size_t>(bytes.size()));
+  if (!makePrivateFolder(folder_) || !writePrivateFile(path_, contents)) {
     log_.log("[Defaults] settings file not written: " + path_);
   }
 }

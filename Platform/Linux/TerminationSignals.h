@@ -3,6 +3,8 @@
 #include <functional>
 #include <memory>
 
+#include "Platform/Linux/EventFd.h"
+
 class QSocketNotifier;
 
 namespace zephyx {
@@ -16,6 +18,7 @@ class TerminationSignals {
 
  private:
   std::function<void()> handler_;
+  EventFd raised_;
   std::unique_ptr<QSocketNotifier> notifier_;
 };
 
