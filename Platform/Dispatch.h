@@ -8,8 +8,8 @@
 
 namespace zephyx {
 
-/// A queue of work. Blocks of the main queue and of a serial queue run one after another in the
-/// order in which they became due; blocks of the global queue may run at the same time.
+/// A queue of work. Blocks of the main queue run one after another in the order in which they
+/// became due; blocks of the global queue may run at the same time.
 class DispatchQueue {
  public:
   virtual ~DispatchQueue() = default;

@@ -174,7 +174,8 @@ std::unique_ptr<Platform> makePlatform(int argc, char** argv) {
   const auto folder = LinuxDirectories().runtime();
   const char* display = std::getenv("DISPLAY");
   auto instance = std::make_unique<SingleInstance>(folder.value_or(""), display ? display : "");
-  if (instance->claim() == SingleInstance::Outcome::second) return nullptr;
+  // Without a folder of the user alone there is no place in which starts could meet.
+  if (folder && instance->claim() == SingleInstance::Outcome::second) return nullptr;
   return std::make_unique<LinuxPlatform>(argc, argv, std::move(instance), std::move(watch));
 }
 
