@@ -1,6 +1,7 @@
 // Measures the whole program from outside, on a private desktop: prints "name value unit" lines.
 // `program_measurements start` measures one group only: start, first, copies or idle.
 #include <unistd.h>
+#include <xcb/xfixes.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -11,8 +12,8 @@
 #include <map>
 #include <sstream>
 
-#include "Tests/Desktop/SelectionOwner.h"
-#include "Tests/Desktop/SelectionWatch.h"
+#include "Platform/Linux/X11.h"
+#include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/ZephyxProcess.h"
 
 namespace zephyx {
@@ -103,7 +104,8 @@ void measureFirstCopy() {
   std::vector<double> times;
   for (int round = 0; round < 5; ++round) {
     VirtualDesktop desktop;
-    SelectionOwner owner(desktop.display());
+    desktop.enter();
+    ClipboardProgram owner;
     const auto start = Clock::now();
     ZephyxProcess program(desktop);
     for (int copy = 0; program.history().count() == 0 && since(start) < 10'000; ++copy) {
@@ -115,8 +117,8 @@ void measureFirstCopy() {
   report("start.first_copy", median(times), "ms");
 }
 
-void measureLatency(VirtualDesktop& desktop, ZephyxProcess& program) {
-  SelectionOwner owner(desktop.display());
+void measureLatency(ZephyxProcess& program) {
+  ClipboardProgram owner;
   std::vector<double> times;
   for (int round = 0; round < 200; ++round) {
     const auto before = program.history().lastId();
@@ -134,8 +136,8 @@ void measureLatency(VirtualDesktop& desktop, ZephyxProcess& program) {
 }
 
 // How many of 200 different texts, copied at this distance, are recorded, in their order.
-double recordedRow(VirtualDesktop& desktop, ZephyxProcess& program, milliseconds distance) {
-  SelectionOwner owner(desktop.display());
+double recordedRow(ZephyxProcess& program, milliseconds distance) {
+  ClipboardProgram owner;
   const auto before = program.history().lastId();
   std::map<std::string, int> places;
   auto next = Clock::now();
@@ -158,16 +160,27 @@ double recordedRow(VirtualDesktop& desktop, ZephyxProcess& program, milliseconds
   return recorded;
 }
 
-void measureRow(VirtualDesktop& desktop, ZephyxProcess& program, milliseconds distance) {
+void measureRow(ZephyxProcess& program, milliseconds distance) {
   std::vector<double> counts;
-  for (int round = 0; round < 3; ++round) counts.push_back(recordedRow(desktop, program, distance));
+  for (int round = 0; round < 3; ++round) counts.push_back(recordedRow(program, distance));
   report("copy.row." + std::to_string(distance.count()) + "ms", median(counts), "of_200");
 }
 
-// The moment of the next copy, taken while the copying program is still at work.
-std::future<Clock::time_point> nextCopy(VirtualDesktop& desktop) {
-  auto watch = std::make_shared<SelectionWatch>(desktop.display());
-  return std::async(std::launch::async, [watch] { return watch->waitForCopy(); });
+// The moment of the next copy, as any program could find out while the copying one is still at
+// work.
+std::future<Clock::time_point> nextCopy() {
+  auto connection = std::make_shared<X11Connection>();
+  auto* server = connection->get();
+  const auto firstEvent = xcb_get_extension_data(server, &xcb_xfixes_id)->first_event;
+  xcb_xfixes_query_version(server, 5, 0);
+  xcb_xfixes_select_selection_input(server, connection->root(), connection->atom("CLIPBOARD"),
+                                    XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER);
+  connection->atomName(XCB_ATOM_STRING);  // a round trip: the server knows
+  return std::async(std::launch::async, [connection, firstEvent] {
+    while (const XReply<xcb_generic_event_t> event{xcb_wait_for_event(connection->get())})
+      if ((event->response_type & 0x7f) == firstEvent) return Clock::now();
+    throw std::runtime_error("the X server went away");
+  });
 }
 
 void measureLongText(VirtualDesktop& desktop, ZephyxProcess& program) {
@@ -175,7 +188,7 @@ void measureLongText(VirtualDesktop& desktop, ZephyxProcess& program) {
   std::vector<double> times, peaks;
   for (int round = 0; round < 5; ++round) {
     const std::string text(20'000'000, static_cast<char>('a' + round));
-    auto announced = nextCopy(desktop);
+    auto announced = nextCopy();
     const auto before = program.history().lastId();
     writeFile("/proc/" + pid + "/clear_refs", "5");  // the peak counts from here
     const double idle = kilobytes(program.pid(), "status", "VmRSS");
@@ -210,7 +223,7 @@ void measureImage(VirtualDesktop& desktop, ZephyxProcess& program) {
     const auto thumbnails = program.dataFolder() / "clipboard_thumbs";
     const auto before = fileCount(blobs, ".png") + fileCount(thumbnails, "_thumb.png");
     const std::string bytes = readFile(picture);
-    auto announced = nextCopy(desktop);
+    auto announced = nextCopy();
     desktop.copy(bytes, "image/png");
     const auto start = announced.get();
     require(waitFor(
@@ -241,10 +254,11 @@ void measureIdle() {
 
 void measureCopies() {
   VirtualDesktop desktop;
+  desktop.enter();
   const auto program = readyProgram(desktop);
-  measureLatency(desktop, *program);
-  measureRow(desktop, *program, milliseconds(20));
-  measureRow(desktop, *program, milliseconds(5));
+  measureLatency(*program);
+  measureRow(*program, milliseconds(20));
+  measureRow(*program, milliseconds(5));
   measureLongText(desktop, *program);
   measureImage(desktop, *program);
 }

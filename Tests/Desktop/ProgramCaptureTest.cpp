@@ -5,8 +5,8 @@
 #include <fstream>
 #include <random>
 
+#include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/ProgramTest.h"
-#include "Tests/Desktop/SelectionOwner.h"
 
 namespace zephyx {
 namespace {
@@ -22,19 +22,6 @@ class ProgramCaptureTest : public ProgramTest {
   }
   std::string sizeOfPicture(const std::string& path) {
     return desktop().run({"identify", "-format", "%m %wx%h", path}).output;
-  }
-  std::vector<std::string> copyRow(int count, milliseconds distance, const std::string& label) {
-    std::vector<std::string> texts;
-    SelectionOwner owner(desktop().display());
-    auto next = std::chrono::steady_clock::now();
-    for (int index = 0; index < count; ++index) {
-      texts.push_back(label + std::to_string(index));
-      owner.copyText(texts.back());
-      next += distance;
-      pass(std::chrono::duration_cast<std::chrono::microseconds>(
-          std::max(next - std::chrono::steady_clock::now(), std::chrono::nanoseconds(0))));
-    }
-    return texts;
   }
   double residentMegabytes() {
     std::ifstream sizes("/proc/" + std::to_string(program().pid()) + "/statm");
@@ -118,21 +105,11 @@ TEST_F(ProgramCaptureTest, RecordsATwentyMegabyteTextWholeAndGivesItsMemoryBack)
       << before << " -> " << residentMegabytes();
 }
 
-TEST_F(ProgramCaptureTest, FindsTheTextAmongManyFormatsAndTakesNoMoreThanItNeeds) {
-  SelectionOwner owner(desktop().display());
-  SelectionOwner::Formats formats{{"UTF8_STRING", "one of many"}, {"text/html", "<b>one</b>"}};
-  for (int index = 0; index < 120; ++index)
-    formats["application/x-format-" + std::to_string(index)] = std::string(100'000, 'x');
-  owner.copy(formats);
-  ASSERT_TRUE(program().waitForEntry("one of many"));
-  EXPECT_EQ(owner.requests("application/x-format-5"), 0);
-}
-
 TEST_F(ProgramCaptureTest, KeepsNothingOfACopyThatIsMarkedSecret) {
   const std::string secret = "correct-horse-battery-staple";
-  SelectionOwner owner(desktop().display());
+  ClipboardProgram owner;
   owner.copy({{"UTF8_STRING", secret}, {"x-kde-passwordManagerHint", "secret"}});
-  ASSERT_TRUE(waitFor([&] { return owner.requests("TARGETS") > 0; }));
+  ASSERT_TRUE(waitFor([&] { return !owner.requests().empty(); }));
   desktop().copy("an ordinary copy");
   ASSERT_TRUE(program().waitForEntry("an ordinary copy"));
   EXPECT_EQ(newTexts(), std::vector<std::string>{"an ordinary copy"});
@@ -142,12 +119,11 @@ TEST_F(ProgramCaptureTest, KeepsNothingOfACopyThatIsMarkedSecret) {
 TEST_F(ProgramCaptureTest, StaysResponsiveWhileAnOwnerNeverAnswers) {
   ASSERT_TRUE(openPanel());
   const auto panel = program().panel()->id;
-  for (const auto behaviour :
-       {SelectionOwner::Behaviour::NeverAnswers, SelectionOwner::Behaviour::AnswersTargetsOnly}) {
-    SelectionOwner owner(desktop().display());
-    owner.setBehaviour(behaviour);
+  for (const bool answersTargets : {false, true}) {
+    ClipboardProgram owner;
+    owner.setManners({.answersTargets = answersTargets, .answersData = false});
     owner.copyText("never handed over");
-    ASSERT_TRUE(waitFor([&] { return owner.requests("TARGETS") > 0; }));
+    ASSERT_TRUE(waitFor([&] { return !owner.requests().empty(); }));
     input().chord({key::Control, key::V});  // into the search field
     milliseconds longest(0);
     const auto end = std::chrono::steady_clock::now() + milliseconds(1500);
@@ -163,14 +139,17 @@ TEST_F(ProgramCaptureTest, StaysResponsiveWhileAnOwnerNeverAnswers) {
 TEST_F(ProgramCaptureTest, LosesNoneOfManyCopiesInAQuickRow) {
   for (const milliseconds distance : {milliseconds(20), milliseconds(5)}) {
     // A machine that pauses a process for longer than the distance is no witness: several attempts.
+    ClipboardProgram owner;
     std::vector<std::string> texts, recorded;
     for (int attempt = 0; attempt < 6 && (texts.empty() || recorded != texts); ++attempt) {
       const auto before = program().history().lastId();
       const auto label =
           std::to_string(distance.count()) + " ms, attempt " + std::to_string(attempt) + ", copy ";
-      texts = copyRow(200, distance, label);
+      texts.clear();
+      for (int index = 0; index < 200; ++index) texts.push_back(label + std::to_string(index));
+      owner.copyTexts(texts, distance);
       (void)waitFor([&] { return program().history().lastId() >= before + 200; },
-                    milliseconds(2000));
+                    200 * distance + milliseconds(2000));
       recorded.clear();
       for (const auto& row : program().history().rows())
         if (row.id > before) recorded.push_back(row.text);

@@ -7,6 +7,7 @@ std::unique_ptr<ZephyxProcess> ProgramTest::program_;
 
 void ProgramTest::startDesktop(const VirtualDesktopOptions& options) {
   desktop_ = std::make_unique<VirtualDesktop>(options);
+  desktop_->enter();
   startProgram();
 }
 

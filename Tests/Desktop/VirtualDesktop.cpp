@@ -79,7 +79,7 @@ VirtualDesktop::VirtualDesktop(const VirtualDesktopOptions& options)
       width_(options.width),
       height_(options.height),
       environment_(desktopEnvironment(home_)) {
-  startServer(options);
+  startServer();
   windows_ = std::make_unique<DesktopWindows>(display_);
   input_ = std::make_unique<DesktopInput>(display_);
   if (options.sessionBus) startSessionBus();
@@ -88,7 +88,7 @@ VirtualDesktop::VirtualDesktop(const VirtualDesktopOptions& options)
   if (options.tray) startTray();
 }
 
-void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
+void VirtualDesktop::startServer() {
   ReadinessPipe number;
   ChildProcessOptions server;
   server.arguments = {
@@ -97,8 +97,6 @@ void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
       "+extension", "RANDR",      "+extension",
       "Composite",  "-nolisten",  "tcp",
       "-ac",        "-noreset"};
-  server.arguments.insert(server.arguments.end(), options.serverArguments.begin(),
-                          options.serverArguments.end());
   server.environment = environment_;
   server.inheritedDescriptor = number.writeEnd();
   server_ = ChildProcess(server);

@@ -20,7 +20,6 @@ struct VirtualDesktopOptions {
   bool compositor = false;    ///< picom: translucent windows
   bool tray = false;          ///< trayer: an XEmbed tray at the top right
   bool sessionBus = false;    ///< a D-Bus of its own; without it programs find none
-  std::vector<std::string> serverArguments;
 };
 
 /// A whole X desktop that only this process knows: server, window manager, home directory. Several
@@ -66,7 +65,7 @@ class VirtualDesktop {
   void stopTray();
 
  private:
-  void startServer(const VirtualDesktopOptions& options);
+  void startServer();
   void startSessionBus();
   void startWindowManager();
   void startCompositor();
