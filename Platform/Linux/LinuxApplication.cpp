@@ -7,8 +7,8 @@
 #include <algorithm>
 
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/WindowHints.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 
 namespace zephyx {
 

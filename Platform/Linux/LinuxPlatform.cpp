@@ -23,9 +23,9 @@
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/Toolkit.h"
 #include "Platform/Linux/Views/LinuxTextMetrics.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/LinuxScreens.h"
 #include "Platform/Linux/Windows/WindowHints.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 #include "Platform/Linux/Workspace/LinuxWorkspace.h"
 #include "Platform/LocalNotificationCenter.h"
 

@@ -10,7 +10,7 @@
 #include <optional>
 #include <thread>
 
-#include "Platform/Linux/Menus/SessionBus.h"
+#include "Platform/Linux/SessionBus.h"
 
 namespace zephyx {
 namespace {

@@ -2,6 +2,7 @@
 
 #include <xcb/res.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace zephyx {
@@ -69,6 +70,20 @@ std::string X11Connection::propertyText(xcb_window_t window, const std::string& 
 xcb_window_t X11Connection::activeWindow() {
   const auto items = property32(root(), "_NET_ACTIVE_WINDOW");
   return items.empty() ? xcb_window_t{XCB_NONE} : items.front();
+}
+
+void X11Connection::askWindowManager(xcb_window_t window, const std::string& type,
+                                     std::initializer_list<std::uint32_t> data) {
+  xcb_client_message_event_t message{};
+  message.response_type = XCB_CLIENT_MESSAGE;
+  message.format = 32;
+  message.window = window;
+  message.type = atom(type);
+  std::copy(data.begin(), data.end(), message.data.data32);
+  xcb_send_event(connection_, 0, root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&message));
+  xcb_flush(connection_);
 }
 
 int X11Connection::processOfWindow(xcb_window_t window) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <unordered_map>
@@ -49,6 +50,9 @@ class X11Connection {
 
   /// The window that the window manager calls active, XCB_NONE when there is none.
   xcb_window_t activeWindow();
+  /// Sends the window manager a client message about `window`. No round trip.
+  void askWindowManager(xcb_window_t window, const std::string& type,
+                        std::initializer_list<std::uint32_t> data);
   /// The process that made `window`'s connection, as the server knows it; 0 when unknown.
   int processOfWindow(xcb_window_t window);
 

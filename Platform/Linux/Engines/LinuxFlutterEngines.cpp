@@ -6,7 +6,7 @@
 #include "Platform/Dispatch.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngine.h"
 #include "Platform/Linux/Engines/LinuxFlutterViewController.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Pasteboard.h"
 
 namespace zephyx {

@@ -10,8 +10,8 @@
 #include <QtWidgets/QSystemTrayIcon>
 #include <utility>
 
-#include "Platform/Linux/Menus/SessionBus.h"
 #include "Platform/Linux/Menus/StatusNotifierItem.h"
+#include "Platform/Linux/SessionBus.h"
 
 namespace zephyx {
 namespace {

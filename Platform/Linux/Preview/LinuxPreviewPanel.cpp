@@ -11,9 +11,9 @@
 #include "Platform/Linux/Input/ToolkitEventTranslation.h"
 #include "Platform/Linux/Preview/PreviewContent.h"
 #include "Platform/Linux/Preview/PreviewWindow.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/ScreenGeometry.h"
 #include "Platform/Linux/Windows/WindowHints.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 #include "Platform/LocalNotificationCenter.h"
 #include "Platform/Window.h"
 

@@ -4,8 +4,8 @@
 #include <QtGui/QWindow>
 #include <algorithm>
 
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/LinuxWindow.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 
 namespace zephyx {
 namespace {

@@ -5,8 +5,8 @@
 #include <QtGui/QScreen>
 
 #include "Platform/Linux/Windows/Coordinates.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/ScreenGeometry.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 
 namespace zephyx {
 std::vector<Screen> LinuxScreens::screens() const {

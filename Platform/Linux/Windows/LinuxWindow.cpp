@@ -8,11 +8,11 @@
 #include "Platform/Linux/Engines/LinuxFlutterViewController.h"
 #include "Platform/Linux/Views/ViewWindow.h"
 #include "Platform/Linux/Windows/Coordinates.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/HostWindow.h"
 #include "Platform/Linux/Windows/KeyWindowTracker.h"
 #include "Platform/Linux/Windows/ScreenGeometry.h"
 #include "Platform/Linux/Windows/WindowHints.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
 
 namespace zephyx {
 namespace {

@@ -3,7 +3,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
-#include "Platform/Linux/Workspace/DesktopWatch.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 
 namespace zephyx {
 

@@ -1,10 +1,9 @@
 #include "Platform/Linux/Windows/WindowHints.h"
 
 #include <QtGui/QWindow>
-#include <algorithm>
 
 #include "Platform/Linux/Input/ToolkitEvents.h"
-#include "Platform/Linux/Workspace/DesktopWatch.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 
 namespace zephyx {
 namespace {
@@ -32,13 +31,13 @@ void WindowHints::prepareToMap(const QWindow& window, const std::vector<std::str
 }
 
 void WindowHints::setState(const QWindow& window, const std::string& state, bool on) {
-  sendToRoot(nativeWindow(window), "_NET_WM_STATE",
-             {on ? 1u : 0u, connection_.atom(state), 0, fromPager, 0});
+  connection_.askWindowManager(nativeWindow(window), "_NET_WM_STATE",
+                               {on ? 1u : 0u, connection_.atom(state), 0, fromPager, 0});
 }
 
 void WindowHints::moveToCurrentDesktop(const QWindow& window) {
-  sendToRoot(nativeWindow(window), "_NET_WM_DESKTOP",
-             {watch_.currentDesktop(), fromPager, 0, 0, 0});
+  connection_.askWindowManager(nativeWindow(window), "_NET_WM_DESKTOP",
+                               {watch_.currentDesktop(), fromPager, 0, 0, 0});
 }
 
 void WindowHints::activate(const QWindow& window) {
@@ -49,25 +48,12 @@ void WindowHints::activate(const QWindow& window) {
     xcb_flush(connection_.get());
     return;
   }
-  sendToRoot(nativeWindow(window), "_NET_ACTIVE_WINDOW", {fromPager, time, 0, 0, 0});
+  connection_.askWindowManager(nativeWindow(window), "_NET_ACTIVE_WINDOW",
+                               {fromPager, time, 0, 0, 0});
 }
 
 bool WindowHints::hasJustActivated() const {
   return std::chrono::steady_clock::now() - lastActivation_ < std::chrono::milliseconds(100);
-}
-
-void WindowHints::sendToRoot(xcb_window_t window, const std::string& type,
-                             const std::vector<std::uint32_t>& data) {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = connection_.atom(type);
-  std::copy(data.begin(), data.end(), message.data.data32);
-  xcb_send_event(connection_.get(), 0, connection_.root(),
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                 reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_.get());
 }
 
 }  // namespace zephyx

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <chrono>
-#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -30,9 +29,6 @@ class WindowHints {
   bool hasJustActivated() const;
 
  private:
-  void sendToRoot(xcb_window_t window, const std::string& type,
-                  const std::vector<std::uint32_t>& data);
-
   DesktopWatch& watch_;
   X11Connection connection_;
   std::chrono::steady_clock::time_point lastActivation_;

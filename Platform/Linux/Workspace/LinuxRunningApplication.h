@@ -3,7 +3,7 @@
 #include <QtCore/QString>
 #include <memory>
 
-#include "Platform/Linux/Windows/WindowServer.h"
+#include "Platform/Linux/Workspace/WindowServer.h"
 #include "Platform/Workspace.h"
 
 namespace zephyx {

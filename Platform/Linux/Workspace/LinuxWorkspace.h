@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "Platform/Linux/Input/ToolkitEvents.h"
-#include "Platform/Linux/Windows/WindowServer.h"
 #include "Platform/Linux/Workspace/DesktopEntries.h"
+#include "Platform/Linux/Workspace/WindowServer.h"
 #include "Platform/Workspace.h"
 
 namespace zephyx {

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Windows/WindowServer.h"
+#include "Platform/Linux/Workspace/WindowServer.h"
 
 #include <algorithm>
 
@@ -97,11 +97,10 @@ bool WindowServer::activate(WindowOfProcess window) {
   const auto time = serverTimeLocked();
   const auto desktop = cardinalLocked(window.window, "_NET_WM_DESKTOP", allDesktops);
   if (desktop != allDesktops && desktop != cardinalLocked(root(), "_NET_CURRENT_DESKTOP", desktop))
-    sendToWindowManagerLocked(root(), "_NET_CURRENT_DESKTOP", {desktop, time});
+    x11_.askWindowManager(root(), "_NET_CURRENT_DESKTOP", {desktop, time});
   if (cardinalLocked(window.window, "WM_STATE", 0) == iconicState)
     xcb_map_window(x11_.get(), window.window);
-  sendToWindowManagerLocked(window.window, "_NET_ACTIVE_WINDOW", {fromPager, time, XCB_NONE});
-  xcb_flush(x11_.get());
+  x11_.askWindowManager(window.window, "_NET_ACTIVE_WINDOW", {fromPager, time, XCB_NONE});
   return true;
 }
 
@@ -140,19 +139,6 @@ xcb_timestamp_t WindowServer::serverTimeLocked() {
     time = reinterpret_cast<const xcb_property_notify_event_t*>(event.get())->time;
   }
   return time;
-}
-
-void WindowServer::sendToWindowManagerLocked(xcb_window_t window, const char* message,
-                                             std::initializer_list<std::uint32_t> data) {
-  xcb_client_message_event_t event{};
-  event.response_type = XCB_CLIENT_MESSAGE;
-  event.format = 32;
-  event.window = window;
-  event.type = x11_.atom(message);
-  std::copy(data.begin(), data.end(), event.data.data32);
-  xcb_send_event(x11_.get(), 0, root(),
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                 reinterpret_cast<const char*>(&event));
 }
 
 std::uint32_t WindowServer::cardinalLocked(xcb_window_t window, const char* name,

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Menus/SessionBus.h"
+#include "Platform/Linux/SessionBus.h"
 
 #include <unistd.h>
 

@@ -48,8 +48,6 @@ class WindowServer {
   bool existsLocked(WindowOfProcess window);
   bool hasKeyboardLocked(xcb_window_t window);
   xcb_timestamp_t serverTimeLocked();
-  void sendToWindowManagerLocked(xcb_window_t window, const char* message,
-                                 std::initializer_list<std::uint32_t> data);
   std::uint32_t cardinalLocked(xcb_window_t window, const char* name, std::uint32_t otherwise);
 
   std::mutex mutex_;

@@ -1,4 +1,4 @@
-#include "Platform/Linux/Workspace/DesktopWatch.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 
 #include <xcb/xfixes.h>
 
