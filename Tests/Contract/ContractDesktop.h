@@ -70,7 +70,6 @@ class ContractDesktop {
   /// Holds modifiers down until `releaseModifiers`.
   virtual void holdModifiers(std::uint64_t modifierFlags) = 0;
   virtual void releaseModifiers() = 0;
-  virtual void setCapsLock(bool on) = 0;
   /// Another program owns a system-wide hot key while the registration lives.
   [[nodiscard]] virtual Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                              std::uint32_t carbonModifiers) = 0;

@@ -55,16 +55,6 @@ TEST_P(KeyboardContract, AHotKeyFiresOncePerPressWhateverHasTheKeyboardAndReache
   EXPECT_EQ(pressed_.size(), 3u);
 }
 
-TEST_P(KeyboardContract, AHotKeyFiresWithCapsLockOn) {
-  desktop().startOtherApplication();
-  const auto handler = recordPresses();
-  const auto hotKey = hotKeys().registerHotKey(keyT, carbonControlOption, {1, 3});
-  desktop().setCapsLock(true);
-  desktop().pressKey(keyT, controlOption);
-  EXPECT_TRUE(becomesTrue([&] { return pressed_.size() == 1; }));
-  desktop().setCapsLock(false);
-}
-
 TEST_P(KeyboardContract, ADroppedHotKeyOrHandlerIsSilentAndTheCombinationFree) {
   desktop().startOtherApplication();
   auto handler = recordPresses();
@@ -94,13 +84,6 @@ TEST_P(KeyboardContract, ACombinationOfAnotherProgramIsRefusedUntilItIsGivenBack
   held.reset();
   EXPECT_EQ(hotKeys().registerHotKey(keyT, carbonControlOption, {1, 3}).status,
             hotKeyStatus::noErr);
-}
-
-TEST_P(KeyboardContract, CommandVPastesIntoWhateverIsInFront) {
-  desktop().otherProgramCopies({{pasteboardType::string, {'h', 'i', '!'}}});
-  desktop().startOtherApplication();
-  EXPECT_TRUE(platform().eventPoster().postKey(keyCode::v, eventModifier::command));
-  EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "hi!"; }));
 }
 
 TEST_P(KeyboardContract, PostedKeysTakeNoPartOfTheModifiersThatTheUserHolds) {

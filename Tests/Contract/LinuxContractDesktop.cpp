@@ -193,17 +193,6 @@ void LinuxContractDesktop::releaseModifiers() {
   for (const auto each : std::exchange(heldModifiers_, {})) desktop_.input().releaseKey(each);
 }
 
-void LinuxContractDesktop::setCapsLock(bool on) {
-  X11Connection x11;
-  const auto isOn = [&] {
-    const XReply<xcb_query_pointer_reply_t> state(
-        xcb_query_pointer_reply(x11.get(), xcb_query_pointer(x11.get(), x11.root()), nullptr));
-    return state && (state->mask & XCB_MOD_MASK_LOCK) != 0;
-  };
-  if (isOn() != on) desktop_.input().tap(key::CapsLock);
-  if (!waitFor([&] { return isOn() == on; })) throw std::runtime_error("Caps Lock does not move");
-}
-
 Registration LinuxContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                            std::uint32_t carbonModifiers) {
   const auto program = std::make_shared<X11Connection>();

@@ -31,7 +31,6 @@ class LinuxContractDesktop final : public ContractDesktop {
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
   void holdModifiers(std::uint64_t modifierFlags) override;
   void releaseModifiers() override;
-  void setCapsLock(bool on) override;
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 

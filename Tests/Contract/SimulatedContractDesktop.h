@@ -29,7 +29,6 @@ class SimulatedContractDesktop final : public ContractDesktop {
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
   void holdModifiers(std::uint64_t modifierFlags) override;
   void releaseModifiers() override;
-  void setCapsLock(bool) override {}  // lock keys change nothing here
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <fstream>
-
 #include "Platform/Directories.h"
 #include "Platform/Image.h"
 #include "Platform/UserDefaults.h"
@@ -69,30 +67,6 @@ TEST_P(StoreContract, PicturesDecodeScaleAndEncode) {
   ASSERT_TRUE(again);
   EXPECT_EQ(again->pixelSize(), small->pixelSize());
   EXPECT_FALSE(image->drawnAtSize({0, 60}));
-}
-
-TEST_P(StoreContract, WhatIsNoPictureIsNull) {
-  EXPECT_FALSE(images().decode({}));
-  const Bytes text = {'h', 'e', 'l', 'l', 'o'};
-  EXPECT_FALSE(images().decode(text));
-  auto damaged = desktop().encodedPicture({40, 40});
-  damaged.resize(5);
-  EXPECT_FALSE(images().decode(damaged));
-  EXPECT_FALSE(images().decodeFile("/nonexistent/picture.png"));
-}
-
-TEST_P(StoreContract, PicturesComeFromFiles) {
-  const auto path = platform().directories().home() + "/contract-picture.png";
-  const auto data = desktop().encodedPicture({30, 20});
-  {
-    std::ofstream file(path, std::ios::binary);
-    file.write(reinterpret_cast<const char*>(data.data()),
-               static_cast<std::streamsize>(data.size()));
-    ASSERT_TRUE(file);
-  }
-  const auto image = images().decodeFile(path);
-  ASSERT_TRUE(image);
-  EXPECT_EQ(image->pixelSize(), (PixelSize{30, 20}));
 }
 
 }  // namespace zephyx

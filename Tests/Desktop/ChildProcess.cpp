@@ -100,7 +100,6 @@ ChildProcess::ChildProcess(const ChildProcessOptions& options) {
     dup2(options.inputDescriptor >= 0 ? options.inputDescriptor : nothing, STDIN_FILENO);
     dup2(options.outputDescriptor >= 0 ? options.outputDescriptor : output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
-    if (options.inheritedDescriptor >= 0) fcntl(options.inheritedDescriptor, F_SETFD, 0);
     execvpe(arguments[0], arguments.data(), environment.data());
     const int reason = errno;
     (void)!write(failure[1], &reason, sizeof reason);

@@ -22,7 +22,6 @@ struct ChildProcessOptions {
   std::filesystem::path output;  ///< receives both output streams; thrown away when empty
   int inputDescriptor = -1;      ///< /dev/null when negative
   int outputDescriptor = -1;     ///< takes the place of `output` for the standard output
-  int inheritedDescriptor = -1;  ///< stays open in the child under its number
 };
 
 /// A child that never outlives its owner: it is ended, by its own id, when this object goes, and by

@@ -172,31 +172,28 @@ WindowId DesktopWindows::focused() const {
   return reply ? reply->focus : 0;
 }
 
-bool DesktopWindows::activate(WindowId window) const {
+void DesktopWindows::send(WindowId receiver, WindowId window, const std::string& type,
+                          std::initializer_list<std::uint32_t> data) const {
   xcb_client_message_event_t message{};
   message.response_type = XCB_CLIENT_MESSAGE;
   message.format = 32;
   message.window = window;
-  message.type = atom("_NET_ACTIVE_WINDOW");
-  message.data.data32[0] = 2;  // as a pager, whose wish window managers grant
-  xcb_send_event(connection_, 0, root_,
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+  message.type = atom(type);
+  std::copy(data.begin(), data.end(), message.data.data32);
+  const std::uint32_t mask =
+      XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+  xcb_send_event(connection_, 0, receiver, receiver == root_ ? mask : 0,
                  reinterpret_cast<const char*>(&message));
   xcb_flush(connection_);
+}
+
+bool DesktopWindows::activate(WindowId window) const {
+  send(root_, window, "_NET_ACTIVE_WINDOW", {2});  // as a pager, whose wish window managers grant
   return waitFor([&] { return active() == window; });
 }
 
 void DesktopWindows::close(WindowId window) const {
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = atom("_NET_CLOSE_WINDOW");
-  message.data.data32[1] = 2;
-  xcb_send_event(connection_, 0, root_,
-                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
-                 reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
+  send(root_, window, "_NET_CLOSE_WINDOW", {0, 2});
 }
 
 bool DesktopWindows::exists(WindowId window) const {
@@ -233,17 +230,8 @@ std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
   static std::uint32_t serial = 1000;
   const std::uint32_t number = ++serial;
   const std::uint32_t protocols = atom("WM_PROTOCOLS"), pingAtom = atom("_NET_WM_PING");
-  xcb_client_message_event_t message{};
-  message.response_type = XCB_CLIENT_MESSAGE;
-  message.format = 32;
-  message.window = window;
-  message.type = protocols;
-  message.data.data32[0] = pingAtom;
-  message.data.data32[1] = number;
-  message.data.data32[2] = window;
   const auto start = std::chrono::steady_clock::now();
-  xcb_send_event(connection_, 0, window, 0, reinterpret_cast<const char*>(&message));
-  xcb_flush(connection_);
+  send(window, window, "WM_PROTOCOLS", {pingAtom, number, window});
   (void)waitFor(
       [&] {
         while (const auto event = owned(xcb_poll_for_event(connection_))) {

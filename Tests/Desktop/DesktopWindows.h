@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <initializer_list>
 #include <map>
 #include <optional>
 #include <string>
@@ -80,6 +81,8 @@ class DesktopWindows {
 
  private:
   std::uint32_t atom(const std::string& name) const;
+  void send(WindowId receiver, WindowId window, const std::string& type,
+            std::initializer_list<std::uint32_t> data) const;
   void collect(WindowId window, int depth, std::vector<DesktopWindow>& result) const;
 
   xcb_connection_t* connection_;

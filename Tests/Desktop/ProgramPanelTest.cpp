@@ -1,7 +1,4 @@
-#include <xcb/xcb.h>
-
-#include <cstdlib>
-
+#include "Platform/Linux/X11.h"
 #include "Tests/Desktop/ProgramTest.h"
 
 namespace zephyx {
@@ -18,34 +15,17 @@ class ProgramPanelTest : public ProgramTest {
   }
 };
 
-/// Another client that holds the whole keyboard.
-class KeyboardGrab {
- public:
-  explicit KeyboardGrab(const std::string& display)
-      : connection_(xcb_connect(display.c_str(), nullptr)) {
-    const auto root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    const auto cookie = xcb_grab_keyboard(connection_, 0, root, XCB_CURRENT_TIME,
-                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-    auto* reply = xcb_grab_keyboard_reply(connection_, cookie, nullptr);
-    succeeded_ = reply && reply->status == XCB_GRAB_STATUS_SUCCESS;
-    std::free(reply);
-  }
-  KeyboardGrab(const KeyboardGrab&) = delete;
-  KeyboardGrab& operator=(const KeyboardGrab&) = delete;
-  ~KeyboardGrab() { xcb_disconnect(connection_); }
-  bool succeeded() const { return succeeded_; }
-
- private:
-  xcb_connection_t* connection_;
-  bool succeeded_;
-};
-
 TEST_F(ProgramPanelTest, HidesWhenAnotherWindowBecomesActiveAndOnlyThen) {
   const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
   ASSERT_TRUE(openPanel());
   {
-    const KeyboardGrab grab(desktop().display());
-    ASSERT_TRUE(grab.succeeded());
+    X11Connection other;
+    const XReply<xcb_grab_keyboard_reply_t> grab(
+        xcb_grab_keyboard_reply(other.get(),
+                                xcb_grab_keyboard(other.get(), 0, other.root(), XCB_CURRENT_TIME,
+                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
+                                nullptr));
+    ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
     EXPECT_TRUE(holdsFor([&] { return program().panel().has_value(); }, milliseconds(400)));
   }
   EXPECT_TRUE(waitFor([&] { return panelHasKeyboard(); }));

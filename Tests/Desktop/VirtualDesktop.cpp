@@ -1,10 +1,11 @@
 #include "Tests/Desktop/VirtualDesktop.h"
 
-#include <poll.h>
+#include <fcntl.h>
 #include <stdlib.h>
-#include <unistd.h>
 
 #include <stdexcept>
+
+#include "Platform/Linux/FileDescriptor.h"
 
 namespace zephyx {
 namespace {
@@ -14,35 +15,6 @@ constexpr std::chrono::seconds kStartDeadline(20);
 void require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
 }
-
-// A child that tells one line through a descriptor of its own, once it is ready.
-class ReadinessPipe {
- public:
-  ReadinessPipe() { require(pipe(ends_) == 0, "pipe failed"); }
-  ReadinessPipe(const ReadinessPipe&) = delete;
-  ReadinessPipe& operator=(const ReadinessPipe&) = delete;
-  ~ReadinessPipe() {
-    close(ends_[0]);
-    closeWriteEnd();
-  }
-  int writeEnd() const { return ends_[1]; }
-  void closeWriteEnd() {
-    if (ends_[1] >= 0) close(ends_[1]);
-    ends_[1] = -1;
-  }
-  std::string line() const {
-    std::string result;
-    char character = 0;
-    pollfd readable{ends_[0], POLLIN, 0};
-    while (poll(&readable, 1, 20'000) > 0 && read(ends_[0], &character, 1) == 1 &&
-           character != '\n')
-      result += character;
-    return result;
-  }
-
- private:
-  int ends_[2];
-};
 
 Environment desktopEnvironment(const std::filesystem::path& home) {
   Environment result = currentEnvironment();
@@ -88,37 +60,36 @@ VirtualDesktop::VirtualDesktop(const VirtualDesktopOptions& options)
   if (options.tray) startTray();
 }
 
+std::string VirtualDesktop::firstLine(const std::vector<std::string>& arguments,
+                                      ChildProcess& program) const {
+  const auto answer = directory_.path() / arguments.front();
+  const FileDescriptor output(open(answer.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600));
+  ChildProcessOptions options;
+  options.arguments = arguments;
+  options.environment = environment_;
+  options.outputDescriptor = output.get();
+  program = ChildProcess(options);
+  std::string text;
+  (void)waitFor(
+      [&] { return (text = readFile(answer)).find('\n') != text.npos || !program.isRunning(); },
+      kStartDeadline, std::chrono::milliseconds(1));
+  require(text.find('\n') != text.npos, arguments.front() + " did not start");
+  return text.substr(0, text.find('\n'));
+}
+
 void VirtualDesktop::startServer() {
-  ReadinessPipe number;
-  ChildProcessOptions server;
-  server.arguments = {
-      "Xvfb",       "-displayfd", std::to_string(number.writeEnd()),
-      "-screen",    "0",          std::to_string(width_) + "x" + std::to_string(height_) + "x24",
-      "+extension", "RANDR",      "+extension",
-      "Composite",  "-nolisten",  "tcp",
-      "-ac",        "-noreset"};
-  server.environment = environment_;
-  server.inheritedDescriptor = number.writeEnd();
-  server_ = ChildProcess(server);
-  number.closeWriteEnd();
-  const std::string line = number.line();
-  require(!line.empty(), "the X server did not start");
-  display_ = ":" + line;
+  display_ =
+      ":" + firstLine({"Xvfb", "-displayfd", "1", "-screen", "0",
+                       std::to_string(width_) + "x" + std::to_string(height_) + "x24", "+extension",
+                       "RANDR", "+extension", "Composite", "-nolisten", "tcp", "-ac", "-noreset"},
+                      server_);
   environment_["DISPLAY"] = display_;
 }
 
 void VirtualDesktop::startSessionBus() {
-  ReadinessPipe address;
-  ChildProcessOptions bus;
-  bus.arguments = {"dbus-daemon", "--session",
-                   "--nofork",    "--nopidfile",
-                   "--nosyslog",  "--print-address=" + std::to_string(address.writeEnd())};
-  bus.environment = environment_;
-  bus.inheritedDescriptor = address.writeEnd();
-  sessionBus_ = ChildProcess(bus);
-  address.closeWriteEnd();
-  environment_["DBUS_SESSION_BUS_ADDRESS"] = address.line();
-  require(!environment_["DBUS_SESSION_BUS_ADDRESS"].empty(), "the session bus did not start");
+  environment_["DBUS_SESSION_BUS_ADDRESS"] = firstLine(
+      {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--nosyslog", "--print-address"},
+      sessionBus_);
 }
 
 void VirtualDesktop::startWindowManager() {

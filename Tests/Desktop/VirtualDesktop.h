@@ -65,6 +65,8 @@ class VirtualDesktop {
   void stopTray();
 
  private:
+  /// Starts a server program and waits for the line in which it says where it can be reached.
+  std::string firstLine(const std::vector<std::string>& arguments, ChildProcess& program) const;
   void startServer();
   void startSessionBus();
   void startWindowManager();

@@ -90,20 +90,6 @@ TEST(ImageScaling, TransparentPixelsLendNoColor) {
   EXPECT_EQ(scaled(picture, {1, 1}).pixelColor(0, 0), QColor(200, 0, 0, 128));
 }
 
-TEST(ImageScaling, ThumbnailsHaveAPixelAPoint) {
-  QImage picture(4000, 1000, QImage::Format_RGB32);
-  picture.fill(QColor(10, 200, 30));
-  const auto thumbnail = LinuxImages::fromQImage(picture)->drawnAtSize({240, 60});
-  EXPECT_EQ(thumbnail->pixelSize(), (PixelSize{240, 60}));
-  EXPECT_EQ(thumbnail->size(), (Size{240, 60}));
-  const auto read = LinuxImages().decode(thumbnail->pngRepresentation());
-  ASSERT_TRUE(read);
-  EXPECT_EQ(read->pixelSize(), (PixelSize{240, 60}));
-  QImage expected(240, 60, QImage::Format_RGB888);
-  expected.fill(QColor(10, 200, 30));
-  EXPECT_EQ(static_cast<const LinuxImage&>(*read).pixels(), expected);
-}
-
 TEST(ImageScaling, SizesThatCannotBeDrawnAreRefused) {
   const auto image = LinuxImages::fromQImage(randomPicture(30, 30, QImage::Format_RGB888));
   const auto nothing = std::numeric_limits<double>::quiet_NaN();

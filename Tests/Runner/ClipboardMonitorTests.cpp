@@ -177,23 +177,6 @@ TEST_P(ClipboardMonitorTest, TheTimerIsThereWhateverTheSystemAnnounces) {
   EXPECT_THAT(entriesAfter(0.4).size(), GetParam() ? 0u : 1u);
 }
 
-TEST_P(ClipboardMonitorTest, TwoHundredCopiesInARow) {
-  launchBehindEditor();
-  std::vector<std::string> copied;
-  for (int i = 0; i < 200; ++i) {
-    copied.push_back("text " + std::to_string(i));
-    copy({{textType, copied.back()}});
-    desktop.dispatch.advance(0.02);
-  }
-  const auto entries = texts(entriesAfter(1));
-  if (GetParam()) {
-    EXPECT_EQ(entries, copied);
-  } else {
-    EXPECT_EQ(entries.size(), 10u);  // one in each interval of the timer
-    EXPECT_EQ(entries.back(), copied.back());
-  }
-}
-
 TEST_P(ClipboardMonitorTest, AnEngineThatIsGoneLosesEventsWithoutHarm) {
   launchBehindEditor();
   desktop.engines.engine("clipboard_engine")->crash();

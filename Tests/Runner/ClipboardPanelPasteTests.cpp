@@ -1,7 +1,6 @@
 #include <fstream>
 
-#include "Runner/ClipboardPanelController.h"
-#include "Tests/Runner/HostTest.h"
+#include "Tests/Runner/ClipboardPanelTest.h"
 
 namespace zephyx {
 namespace {
@@ -10,24 +9,10 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Optional;
 
-const MethodReply nil = Value();
 const MethodReply pasted = Value("pasted");
 
 /// What the panel puts on the pasteboard, previews and pastes.
-class ClipboardPanelPasteTest : public HostTest {
- protected:
-  void SetUp() override {
-    launch();
-    switchToEditor();
-    pressHotkey(HotkeyID::clipboardPanel);
-    takeLog();
-    panelScreen().takeCalls();
-  }
-
-  std::optional<MethodReply> call(const std::string& method, const Value& arguments = {}) {
-    return panelScreen().call(method, arguments);
-  }
-};
+class ClipboardPanelPasteTest : public OpenPanelTest {};
 
 TEST_F(ClipboardPanelPasteTest, PutsEntriesBackOnThePasteboard) {
   const auto blob = desktop.directories.home() + "/blob.png";

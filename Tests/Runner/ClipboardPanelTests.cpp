@@ -1,7 +1,6 @@
-#include <limits>
+#include "Tests/Runner/ClipboardPanelTest.h"
 
-#include "Runner/ClipboardPanelController.h"
-#include "Tests/Runner/HostTest.h"
+#include <limits>
 
 namespace zephyx {
 namespace {
@@ -11,27 +10,12 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 using Lines = std::vector<std::string>;
 
-const MethodReply nil = Value();
-
 MethodReply badArguments(const char* message) {
   return MethodError{"BAD_ARGS", message, {}};
 }
 
-/// The clipboard panel, opened over the editor.
-class ClipboardPanelTest : public HostTest {
+class ClipboardPanelTest : public OpenPanelTest {
  protected:
-  void SetUp() override {
-    launch();
-    switchToEditor();
-    pressHotkey(HotkeyID::clipboardPanel);
-    takeLog();
-    panelScreen().takeCalls();
-  }
-
-  std::optional<MethodReply> call(const std::string& method, const Value& arguments = {}) {
-    return panelScreen().call(method, arguments);
-  }
-
   const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& blurs() {
     return desktop.engines.viewController("clipboard_engine")->effectViews();
   }

@@ -34,14 +34,6 @@ TEST_F(QuickLookCoordinatorTest, StaysAboveTheFloatingPanelsAlsoOnceItIsOnScreen
   EXPECT_THAT(desktop.previewPanel.levels(), Each(26));
 }
 
-TEST_F(QuickLookCoordinatorTest, SwapsTheFileOfAVisiblePreview) {
-  coordinator().present("file:///a.png");
-  coordinator().present("file:///b.png");
-  EXPECT_EQ(desktop.previewPanel.shownItem(), "file:///b.png");
-  EXPECT_EQ(desktop.previewPanel.openings(), 1);
-  EXPECT_EQ(closings_, 0);
-}
-
 TEST_F(QuickLookCoordinatorTest, SpaceAndEscapeCloseItOnceAndOtherEventsGoOn) {
   for (const auto key : {keyCode::space, keyCode::escape}) {
     closings_ = 0;

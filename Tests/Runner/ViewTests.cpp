@@ -71,26 +71,16 @@ TEST(ViewTest, ItsPeerHearsEachChangeOnce) {
   RecordingPeer peer(label);
   const auto child = std::make_shared<View>();
   const Animation fade{.seconds = 0.2};
+  const Rect atOrigin{{0, 0}, {5, 5}};
+  const Rect besideIt{{1, 0}, {5, 5}};
   const struct {
     const char* what;
     std::function<void()> change;
     std::vector<std::string> heard;
   } cases[] = {
-      {"size",
-       [&] {
-         label.setFrame({{0, 0}, {5, 5}});
-       },
-       {"frame", "display"}},
-      {"same frame",
-       [&] {
-         label.setFrame({{0, 0}, {5, 5}});
-       },
-       {}},
-      {"place",
-       [&] {
-         label.setFrame({{1, 0}, {5, 5}});
-       },
-       {"frame"}},
+      {"size", [&] { label.setFrame(atOrigin); }, {"frame", "display"}},
+      {"same frame", [&] { label.setFrame(atOrigin); }, {}},
+      {"place", [&] { label.setFrame(besideIt); }, {"frame"}},
       {"hidden", [&] { label.setHidden(true); }, {"properties"}},
       {"hidden again", [&] { label.setHidden(true); }, {}},
       {"text", [&] { label.setText("42 %"); }, {"properties"}},
