@@ -51,7 +51,7 @@ VirtualDesktop::VirtualDesktop(const VirtualDesktopOptions& options)
       width_(options.width),
       height_(options.height),
       environment_(desktopEnvironment(home_)) {
-  startServer();
+  startServer(options);
   windows_ = std::make_unique<DesktopWindows>(display_);
   input_ = std::make_unique<DesktopInput>(display_);
   if (options.sessionBus) startSessionBus();
@@ -77,12 +77,13 @@ std::string VirtualDesktop::firstLine(const std::vector<std::string>& arguments,
   return text.substr(0, text.find('\n'));
 }
 
-void VirtualDesktop::startServer() {
-  display_ =
-      ":" + firstLine({"Xvfb", "-displayfd", "1", "-screen", "0",
-                       std::to_string(width_) + "x" + std::to_string(height_) + "x24", "+extension",
-                       "RANDR", "+extension", "Composite", "-nolisten", "tcp", "-ac", "-noreset"},
-                      server_);
+void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
+  const auto size = std::to_string(options.width) + "x" + std::to_string(options.height) + "x24";
+  std::vector<std::string> arguments{"Xvfb",      "-displayfd", "1",     "-screen",    "0",
+                                     size,        "+extension", "RANDR", "+extension", "Composite",
+                                     "-nolisten", "tcp",        "-ac",   "-noreset"};
+  arguments.insert(arguments.end(), options.serverArguments.begin(), options.serverArguments.end());
+  display_ = ":" + firstLine(arguments, server_);
   environment_["DISPLAY"] = display_;
 }
 

@@ -20,6 +20,7 @@ struct VirtualDesktopOptions {
   bool compositor = false;    ///< picom: translucent windows
   bool tray = false;          ///< trayer: an XEmbed tray at the top right
   bool sessionBus = false;    ///< a D-Bus of its own; without it programs find none
+  std::vector<std::string> serverArguments;
 };
 
 /// A whole X desktop that only this process knows: server, window manager, home directory. Several
@@ -67,7 +68,7 @@ class VirtualDesktop {
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.
   std::string firstLine(const std::vector<std::string>& arguments, ChildProcess& program) const;
-  void startServer();
+  void startServer(const VirtualDesktopOptions& options);
   void startSessionBus();
   void startWindowManager();
   void startCompositor();

@@ -1,6 +1,6 @@
 #include <fstream>
 
-#include "Tests/Runner/ClipboardPanelTest.h"
+#include "Tests/Runner/OpenPanelTest.h"
 
 namespace zephyx {
 namespace {

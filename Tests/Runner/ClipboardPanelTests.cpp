@@ -1,4 +1,4 @@
-#include "Tests/Runner/ClipboardPanelTest.h"
+#include "Tests/Runner/OpenPanelTest.h"
 
 #include <limits>
 
