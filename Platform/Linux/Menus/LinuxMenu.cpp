@@ -1,6 +1,7 @@
 #include "Platform/Linux/Menus/LinuxMenu.h"
 
 #include <QtCore/QCoreApplication>
+#include <QtCore/QPointer>
 #include <QtGui/QAction>
 #include <QtGui/QActionEvent>
 #include <QtGui/QKeyEvent>
@@ -118,9 +119,9 @@ void LinuxMenu::addRow(const std::shared_ptr<MenuItem>& item) {
     if (!menu->hasFocus()) menu->setFocus(Qt::PopupFocusReason);
   });
   // Choosing a row with a mark turns the mark; the data say what it is.
-  QObject::connect(action, &QAction::triggered, action, [item, action] {
-    item->perform();
-    show(*item, *action);
+  QObject::connect(action, &QAction::triggered, action, [item, action = QPointer<QAction>(action)] {
+    item->perform();  // may replace the menu
+    if (action) show(*item, *action);
   });
 }
 
