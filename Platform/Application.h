@@ -49,6 +49,8 @@ class Application {
   /// True while a file dialog of this process is on screen, whoever opened it.
   virtual bool hasVisibleSavePanel() const = 0;
 
+  /// True while the host is the application in front.
+  virtual bool isActive() const = 0;
   /// Brings the host to the front, whatever application is active.
   virtual void activateIgnoringOtherApps() = 0;
 };

@@ -21,6 +21,11 @@ class DispatchQueue {
   virtual void asyncAfter(double seconds, std::function<void()> block) = 0;
 };
 
+/// A delayed block that can be taken back: it does not run once the registration is dropped, which
+/// happens on the queue's own thread. The registration may be dropped inside the block.
+[[nodiscard]] Registration scheduleOnce(DispatchQueue& queue, double seconds,
+                                        std::function<void()> block);
+
 /// Queues, timers and clocks.
 class Dispatch {
  public:

@@ -22,6 +22,7 @@ constexpr std::uint64_t eventMask(EventType type) {
 
 /// macOS virtual key codes (position on the keyboard, whatever the layout).
 namespace keyCode {
+inline constexpr std::uint16_t c = 8;
 inline constexpr std::uint16_t v = 9;
 inline constexpr std::uint16_t space = 49;
 inline constexpr std::uint16_t escape = 53;
@@ -43,6 +44,11 @@ class EventMonitors {
   /// registration.
   [[nodiscard]] virtual Registration addLocalMonitor(std::uint64_t mask,
                                                      std::function<bool(const Event&)> handler) = 0;
+
+  /// While the registration lives, keys that are pressed reach this process's own windows alone,
+  /// the system's shortcuts included. Empty where the system does not let a program have that, or
+  /// another program has the keyboard.
+  [[nodiscard]] virtual Registration captureKeyboard() = 0;
 };
 
 /// Types for the user. Main thread.

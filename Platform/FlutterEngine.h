@@ -39,6 +39,8 @@ class FlutterViewController {
   /// Clear background colour of the controller and of its view's layer.
   virtual void makeBackgroundTransparent() = 0;
   virtual Rect viewBounds() const = 0;
+  /// 0 invisible to 1 opaque, of the picture and the effect views in it.
+  virtual void setViewAlpha(double alpha) = 0;
   /// HUD-window material, blending behind the window, always active, dark appearance, black at
   /// 60 % over it; inserted below everything else in the view. Hidden at first.
   virtual std::shared_ptr<VisualEffectView> addVisualEffectView() = 0;

@@ -12,6 +12,8 @@ namespace notification {
 inline constexpr const char* windowDidResignKey = "NSWindowDidResignKeyNotification";
 inline constexpr const char* windowDidBecomeKey = "NSWindowDidBecomeKeyNotification";
 inline constexpr const char* windowWillClose = "NSWindowWillCloseNotification";
+inline constexpr const char* applicationDidResignActive =
+    "NSApplicationDidResignActiveNotification";  ///< of any object
 inline constexpr const char* activeSpaceDidChange = "NSWorkspaceActiveSpaceDidChangeNotification";
 }  // namespace notification
 

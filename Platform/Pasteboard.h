@@ -47,6 +47,14 @@ struct PasteboardReadPlan {
       preferred;  ///< the first of these that is offered and answers is fetched
 };
 
+/// A copy of everything that was on the pasteboard, to be put back. Made and read by one platform;
+/// immutable. Any thread.
+class PasteboardItems {
+ public:
+  virtual ~PasteboardItems() = default;
+  virtual bool isEmpty() const = 0;
+};
+
 /// The general pasteboard. Main thread. Looking at it never waits for another program; writing may
 /// wait for a read under way where a system shares one pasteboard among the threads.
 class Pasteboard {
@@ -70,6 +78,13 @@ class Pasteboard {
   virtual bool writeString(const std::string& text) = 0;
   virtual bool writeUrl(const std::string& url) = 0;  ///< `file:` URLs become file references
   virtual bool writeImage(const Image& image) = 0;
+
+  /// Copies every item with all its types, as far as the owner hands them over in time and within
+  /// the platform's budget. `done` runs once, on the main thread, possibly inside the call.
+  virtual void copyItems(
+      std::function<void(std::shared_ptr<const PasteboardItems>)> done) const = 0;
+  /// Adds what `copyItems` of this pasteboard made. False when that is nothing.
+  virtual bool writeItems(const PasteboardItems& items) = 0;
 };
 
 }  // namespace zephyx

@@ -12,7 +12,9 @@
 #include "Runner/ClipboardPanelController.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/MainFlutterWindow.h"
+#include "Runner/SelectionCapture.h"
 #include "Runner/StatusMenu.h"
+#include "Runner/TranslatePanelController.h"
 
 namespace zephyx {
 namespace {
@@ -25,6 +27,7 @@ constexpr const char* shortcutUsed = "shortcutUsed";
 constexpr const char* exportAllNotes = "exportAllNotes";
 constexpr const char* importNotes = "importNotes";
 constexpr const char* openSettings = "openSettings";
+constexpr const char* headlessCaptureEditor = "headlessCaptureEditor";
 
 /// Logged when a hotkey fires; null for those that say nothing.
 const char* firedLine(HotkeyID id) {
@@ -68,6 +71,7 @@ void AppDelegate::applicationDidFinishLaunching() {
   makeStatusItem();
   registerGlobalHotkey();
   ClipboardPanelController::shared().initialize();
+  TranslatePanelController::shared().initialize();
   showMainWindow();
 }
 
@@ -116,14 +120,50 @@ void AppDelegate::dispatchHotkey(std::uint32_t number) {
       ClipboardPanelController::shared().showPanel();
       break;
     case HotkeyID::translate:
+      captureAndShowPanel("translate");
+      break;
     case HotkeyID::spelling:
+      captureAndShowPanel("spelling");
+      break;
     case HotkeyID::improve:
+      captureAndShowPanel("improve");
+      break;
     case HotkeyID::restoreLast:
+      restoreLastPanel();
+      break;
     case HotkeyID::trackpadLock:
     case HotkeyID::keyboardLock:
     case HotkeyID::micMute:
       break;  // their controllers are not part of this build
   }
+}
+
+bool AppDelegate::isEditorActive() const {
+  return mainFlutterWindow_ && mainFlutterWindow_->window().isKeyWindow();
+}
+
+void AppDelegate::captureAndShowPanel(const std::string& mode) {
+  const bool editorActive = isEditorActive();
+  rememberAiPasteTarget(editorActive);
+  auto& panel = TranslatePanelController::shared();
+  if (editorActive) {
+    platform_.systemLog().log("[Translate] captureAndShowPanel: origen editor (mode=" + mode + ")");
+    panel.showPanel();
+    if (const auto channel = methodChannel.lock()) {
+      channel->invokeMethod(headlessCaptureEditor, Map{{"mode", mode}});
+    }
+    return;
+  }
+  SelectionCapture::capture(lifetime_.wrap([&panel, mode](std::optional<std::string> text) {
+    panel.showPanel();
+    panel.deliver(text, panel.captureEpoch(), mode);
+  }));
+}
+
+void AppDelegate::restoreLastPanel() {
+  const bool editorActive = isEditorActive();
+  rememberAiPasteTarget(editorActive);
+  TranslatePanelController::shared().showPanel(editorActive ? "editor" : "external");
 }
 
 void AppDelegate::rememberAiPasteTarget(bool editorActive) {
@@ -198,6 +238,7 @@ void AppDelegate::sendFromMainWindow(const std::string& method) {
 void AppDelegate::menuNeedsUpdate(Menu&) {
   const auto window = mainWindow();
   statusMenu_->refreshToggleTitle(window && window->isVisible());
+  HotkeyManager::shared().updateToggleMenuItem();  // the keyboard layout may be another one
   statusMenu_->refreshSettingsShortcutHint();
 }
 

@@ -51,6 +51,11 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   void makeStatusItem();
   void registerGlobalHotkey();
   void dispatchHotkey(std::uint32_t id);
+  bool isEditorActive() const;
+  /// Shows the translate panel with the text that is selected, in the editor when that is active,
+  /// else in the application in front.
+  void captureAndShowPanel(const std::string& mode);
+  void restoreLastPanel();
   void showMainWindow();
   void sendFromMainWindow(const std::string& method);
   /// The application's first window; null when it has none.

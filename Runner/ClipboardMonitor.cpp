@@ -32,7 +32,7 @@ ClipboardMonitor::ClipboardMonitor(Platform& platform)
 ClipboardMonitor::~ClipboardMonitor() = default;
 
 void ClipboardMonitor::start() {
-  lastChangeCount_ = pasteboard_.changeCount();
+  lastChangeCount = pasteboard_.changeCount();
   const auto look = lifetime_.wrap([this] { poll(); });
   announcements_ = pasteboard_.observeChanges(ClipboardCapture::readPlan(), look);
   timer_ = dispatch_.scheduleRepeatingTimer(pollInterval, look);
@@ -42,8 +42,8 @@ void ClipboardMonitor::poll() {
   assert(dispatch_.isMainThread());
   if (isSuspended) return;
   const auto changeCount = pasteboard_.changeCount();
-  if (changeCount == lastChangeCount_) return;
-  lastChangeCount_ = changeCount;
+  if (changeCount == lastChangeCount) return;
+  lastChangeCount = changeCount;
   if (ignoreNextChangeCount == changeCount) {
     ignoreNextChangeCount.reset();
     return;

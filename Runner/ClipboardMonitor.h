@@ -34,6 +34,8 @@ class ClipboardMonitor {
 
   /// Where events go: the clipboard panel's channel.
   std::weak_ptr<MethodChannel> methodChannel;
+  /// The change count last seen.
+  std::int64_t lastChangeCount = 0;
   /// The change count of a write of our own, which is not an entry; stays until it is met.
   std::optional<std::int64_t> ignoreNextChangeCount;
   /// The paste-back target.
@@ -73,7 +75,6 @@ class ClipboardMonitor {
   std::shared_ptr<const ClipboardCapture> reader_;
   Registration timer_;
   Registration announcements_;
-  std::int64_t lastChangeCount_ = 0;
 
   // Captures run at the same time and end in any order; events leave in the order of the copies.
   Sequence nextCapture_ = 0;

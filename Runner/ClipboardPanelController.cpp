@@ -8,6 +8,7 @@
 #include "Platform/Dispatch.h"
 #include "Platform/Events.h"
 #include "Platform/Workspace.h"
+#include "Runner/Arguments.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/ClipboardWriter.h"
 #include "Runner/Descriptions.h"
@@ -130,13 +131,12 @@ void ClipboardPanelController::handleHide(MethodResult result) {
 }
 
 void ClipboardPanelController::handleSetPasteboard(const MethodCall& call, MethodResult result) {
-  const auto* entry = call.arguments.asMap();
-  if (!entry) {
+  if (!call.arguments.asMap()) {
     result.error(badArguments, requirement(call, "mapa"));
     return;
   }
   auto answer = std::make_shared<MethodResult>(std::move(result));
-  writeClipboardEntry(platform_, *entry, lifetime_.wrap([answer](std::int64_t changeCount) {
+  writeClipboardEntry(platform_, call.arguments, lifetime_.wrap([answer](std::int64_t changeCount) {
     ClipboardMonitor::shared().ignoreNextChangeCount = changeCount;
     answer->success();
   }));
@@ -169,11 +169,8 @@ void ClipboardPanelController::handleQuickLook(const MethodCall& call, MethodRes
 }
 
 void ClipboardPanelController::updateCardBlurs(const Value& arguments) {
-  const auto* map = arguments.asMap();
-  const auto* rectsValue = map ? map->find("rects") : nullptr;
-  const auto* rects = rectsValue ? rectsValue->asList() : nullptr;
-  const auto* radiusValue = map ? map->find("cornerRadius") : nullptr;
-  const auto radius = radiusValue ? radiusValue->asNumber() : std::nullopt;
+  const auto* rects = listArgument(arguments, "rects");
+  const auto radius = numberArgument(arguments, "cornerRadius");
   if (!rects || !radius) return;
 
   if (!viewController_) {

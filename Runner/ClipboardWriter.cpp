@@ -9,6 +9,7 @@
 #include "Platform/Image.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Platform.h"
+#include "Runner/Arguments.h"
 #include "Runner/Url.h"
 
 namespace zephyx {
@@ -22,21 +23,17 @@ struct Entry {
   bool plainText = false;
 };
 
-std::optional<std::string> stringOf(const Map& map, const char* key) {
-  const auto* value = map.find(key);
-  const auto* text = value ? value->asString() : nullptr;
+std::optional<std::string> textOf(const Value& arguments, const char* key) {
+  const auto* text = stringArgument(arguments, key);
   return text ? std::optional(*text) : std::nullopt;
 }
 
-Entry parse(const Map& map) {
-  Entry entry;
-  entry.type = stringOf(map, "type").value_or("text");
-  entry.text = stringOf(map, "text");
-  entry.filePath = stringOf(map, "filePath");
-  entry.imageBlobPath = stringOf(map, "imageBlobPath");
-  const auto* plainText = map.find("plainText");
-  entry.plainText = plainText && plainText->asBool().value_or(false);
-  return entry;
+Entry parse(const Value& arguments) {
+  return {.type = textOf(arguments, "type").value_or("text"),
+          .text = textOf(arguments, "text"),
+          .filePath = textOf(arguments, "filePath"),
+          .imageBlobPath = textOf(arguments, "imageBlobPath"),
+          .plainText = boolArgument(arguments, "plainText").value_or(false)};
 }
 
 std::int64_t write(Pasteboard& pasteboard, const Entry& entry, const Image* image) {
@@ -59,9 +56,9 @@ std::int64_t write(Pasteboard& pasteboard, const Entry& entry, const Image* imag
 
 }  // namespace
 
-void writeClipboardEntry(Platform& platform, const Map& map,
+void writeClipboardEntry(Platform& platform, const Value& arguments,
                          std::function<void(std::int64_t changeCount)> done) {
-  auto entry = parse(map);
+  auto entry = parse(arguments);
   auto& pasteboard = platform.pasteboard();
   if (entry.type != "image" || !entry.imageBlobPath) {
     done(write(pasteboard, entry, nullptr));

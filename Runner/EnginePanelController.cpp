@@ -10,6 +10,7 @@
 #include "Platform/NotificationCenter.h"
 #include "Platform/SystemLog.h"
 #include "Platform/Workspace.h"
+#include "Runner/Arguments.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/Descriptions.h"
 #include "Runner/MenuChannel.h"
@@ -65,11 +66,17 @@ void EnginePanelController::initialize() {
   viewController_ = std::move(controller);
   panel_ = buildPanel(viewController_);
   logStep("panel construido");
-  resignKeyObserver_ = platform_.defaultNotificationCenter().addObserver(
-      notification::windowDidResignKey, panel_->notificationObject(),
-      lifetime_.wrap([this] { panelDidResignKey(); }));
+  observe(notification::windowDidResignKey, panel_->notificationObject(),
+          [this] { panelDidResignKey(); });
+  didBuildPanel();
   isInitialized_ = true;
   log(std::string("initialize() done — panel created: ") + describe(panel_ != nullptr));
+}
+
+void EnginePanelController::observe(const char* notification, const void* object,
+                                    std::function<void()> handler) {
+  observers_.push_back(platform_.defaultNotificationCenter().addObserver(
+      notification, object, lifetime_.wrap(std::move(handler))));
 }
 
 std::shared_ptr<Window> EnginePanelController::buildPanel(
@@ -176,16 +183,10 @@ void EnginePanelController::handleOpenUrl(const MethodCall& call, MethodResult r
 
 bool EnginePanelController::placeCardBackground(VisualEffectView& background, const Value& card,
                                                 double cornerRadius) {
-  const auto* map = card.asMap();
-  if (!map) return false;
-  const auto number = [map](const char* key) {
-    const auto* value = map->find(key);
-    return value ? value->asNumber() : std::nullopt;
-  };
-  const auto x = number("x");
-  const auto y = number("y");
-  const auto w = number("w");
-  const auto h = number("h");
+  const auto x = numberArgument(card, "x");
+  const auto y = numberArgument(card, "y");
+  const auto w = numberArgument(card, "w");
+  const auto h = numberArgument(card, "h");
   if (!x || !y || !w || !h) return false;
   // Layers refuse other geometry with an exception.
   if (!std::isfinite(*x + *y + *w + *h + cornerRadius)) return false;

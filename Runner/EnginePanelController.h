@@ -3,6 +3,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "Channel/MethodChannel.h"
 #include "Platform/FlutterEngine.h"
@@ -47,6 +48,8 @@ class EnginePanelController {
 
   /// The channel exists and is handled; the panel does not exist yet.
   virtual void didCreateChannel() = 0;
+  /// The panel exists, with its picture.
+  virtual void didBuildPanel() {}
   virtual void panelDidResignKey() = 0;
   virtual void handle(const MethodCall& call, MethodResult result) = 0;
 
@@ -63,6 +66,9 @@ class EnginePanelController {
   /// leaves the panel as it is.
   void handlePaste(std::function<void()> hide, MethodResult result);
   void handleOpenUrl(const MethodCall& call, MethodResult result);
+
+  /// Calls `handler` for each notification of that name and object while this object lives.
+  void observe(const char* notification, const void* object, std::function<void()> handler);
 
   /// Lays a frosted background behind a card. `card` has the numbers "x", "y", "w", "h" from the
   /// top left; false, and nothing changed, when one is missing or not finite.
@@ -82,7 +88,7 @@ class EnginePanelController {
   std::shared_ptr<Window> buildPanel(const std::shared_ptr<FlutterViewController>& controller);
 
   bool isInitialized_ = false;
-  Registration resignKeyObserver_;
+  std::vector<Registration> observers_;
 
  protected:
   LifetimeGuard lifetime_;

@@ -3,6 +3,7 @@
 #include <string_view>
 #include <utility>
 
+#include "Platform/Dispatch.h"
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Menu.h"
@@ -10,6 +11,7 @@
 #include "Platform/SystemLog.h"
 #include "Platform/UserDefaults.h"
 #include "Runner/SharedObjects.h"
+#include "Runner/Uuid.h"
 
 namespace zephyx {
 namespace {
@@ -34,7 +36,9 @@ HotkeyManager& HotkeyManager::shared() {
 }
 
 HotkeyManager::HotkeyManager(Platform& platform)
-    : hotKeys_(platform.hotKeys()),
+    : mainQueue_(platform.dispatch().mainQueue()),
+      eventMonitors_(platform.eventMonitors()),
+      hotKeys_(platform.hotKeys()),
       keyboardLayout_(platform.keyboardLayout()),
       log_(platform.systemLog()),
       standardUserDefaults_(platform.userDefaults()),
@@ -89,6 +93,7 @@ std::int32_t HotkeyManager::registerHotkey(HotkeyID id, const HotkeyConfig& conf
     if (status != hotKeyStatus::noErr) logFailure("(test seam) ", status);
     return status;
   }
+  refs_.erase(id);  // one that was set while a recording suspended the others
   auto registration =
       hotKeys_.registerHotKey(config.keyCode, config.modifiers, {signature_, rawValue(id)});
   if (registration.status == hotKeyStatus::noErr && registration.handle) {
@@ -147,6 +152,45 @@ void HotkeyManager::resetAll(UserDefaults& userDefaults) {
   configs_ = defaults();
   registerAll();
   userDefaults.removeObject(defaultsKey);
+}
+
+void HotkeyManager::startRecording(double timeout,
+                                   std::function<void(HotkeyRecordingResult)> onResult) {
+  cancelRecording();
+  const auto token = makeUuid();
+  recording_.emplace(Recording{.token = token, .handler = std::move(onResult)});
+  pauseAll();
+  recording_->monitor = eventMonitors_.addLocalMonitor(
+      eventMask(EventType::keyDown),
+      [this, token](const Event& event) { return recordKey(token, event); });
+  recording_->keyboard = eventMonitors_.captureKeyboard();
+  recording_->timeout = scheduleOnce(mainQueue_, timeout, lifetime_.wrap([this, token] {
+    resolveRecording(token, HotkeyRecordingCancelled{});
+  }));
+}
+
+void HotkeyManager::cancelRecording() {
+  if (recording_) resolveRecording(std::string(recording_->token), HotkeyRecordingCancelled{});
+}
+
+bool HotkeyManager::recordKey(const std::string& token, const Event& event) {
+  if (!recording_ || recording_->token != token) return true;
+  const auto modifiers = carbonModifiers(event.modifierFlags);
+  if (event.keyCode == keyCode::escape && modifiers == 0) {
+    resolveRecording(token, HotkeyRecordingCancelled{});
+    return false;
+  }
+  const HotkeyConfig config{event.keyCode, modifiers};
+  resolveRecording(token, HotkeyCaptured{config, displayString(config)});
+  return false;
+}
+
+void HotkeyManager::resolveRecording(const std::string& token, HotkeyRecordingResult result) {
+  if (!recording_ || recording_->token != token) return;
+  const auto handler = std::move(recording_->handler);
+  recording_.reset();
+  registerAll();
+  handler(std::move(result));
 }
 
 std::string HotkeyManager::displayString(const HotkeyConfig& config) const {

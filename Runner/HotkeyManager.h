@@ -7,19 +7,24 @@
 #include <optional>
 #include <string>
 
+#include "Platform/LifetimeGuard.h"
 #include "Platform/Registration.h"
 #include "Runner/HotkeyConfig.h"
 #include "Runner/HotkeyError.h"
 #include "Runner/HotkeyId.h"
+#include "Runner/HotkeyRecordingResult.h"
 
 namespace zephyx {
 
+class DispatchQueue;
+class EventMonitors;
 class HotKeys;
 class KeyboardLayout;
 class MenuItem;
 class Platform;
 class SystemLog;
 class UserDefaults;
+struct Event;
 
 /// The single owner of the system-wide hotkeys: their combinations, kept in the user defaults, and
 /// their registrations with the system. Main thread.
@@ -66,6 +71,13 @@ class HotkeyManager {
   /// The factory table for all; the stored one is removed.
   void resetAll(UserDefaults& userDefaults);
 
+  /// Suspends all hotkeys and takes the next key that is pressed, from every program, for at most
+  /// `timeout` seconds. `onResult` runs once, when all hotkeys are back, or when a newer recording
+  /// is about to begin.
+  void startRecording(double timeout, std::function<void(HotkeyRecordingResult)> onResult);
+  /// Ends a recording, if there is one, as cancelled.
+  void cancelRecording();
+
   /// Modifier glyphs and the key's glyph in the current layout, such as "⌃⌥⌘T".
   std::string displayString(const HotkeyConfig& config) const;
   /// What the key prints unshifted in the current layout, upper case; empty for nothing.
@@ -78,7 +90,20 @@ class HotkeyManager {
  private:
   std::int32_t registerHotkey(HotkeyID id, const HotkeyConfig& config);
   void unregister(HotkeyID id);
+  /// True when the key goes on to whom it was meant for.
+  bool recordKey(const std::string& token, const Event& event);
+  void resolveRecording(const std::string& token, HotkeyRecordingResult result);
 
+  struct Recording {
+    std::string token;  ///< tells a late time-out or key from those of the recording under way
+    std::function<void(HotkeyRecordingResult)> handler;
+    Registration monitor;
+    Registration keyboard;
+    Registration timeout;
+  };
+
+  DispatchQueue& mainQueue_;
+  EventMonitors& eventMonitors_;
   HotKeys& hotKeys_;
   KeyboardLayout& keyboardLayout_;
   SystemLog& log_;
@@ -86,6 +111,8 @@ class HotkeyManager {
   const std::uint32_t signature_;
   HotkeyTable configs_;
   std::map<HotkeyID, Registration> refs_;
+  std::optional<Recording> recording_;
+  LifetimeGuard lifetime_;
 };
 
 }  // namespace zephyx

@@ -11,9 +11,13 @@
 #include "Platform/SystemLog.h"
 #include "Platform/Workspace.h"
 #include "Runner/AppDelegate.h"
+#include "Runner/Arguments.h"
 #include "Runner/ClipboardPanelController.h"
+#include "Runner/HotkeyManager.h"
 #include "Runner/MenuChannel.h"
 #include "Runner/TelemetryRelay.h"
+#include "Runner/TranslatePanelController.h"
+#include "Runner/TranslationRelay.h"
 #include "Runner/Url.h"
 
 namespace zephyx {
@@ -22,8 +26,17 @@ namespace {
 constexpr Rect initialFrame{{160, 120}, {1100, 760}};
 constexpr Size minimumSize{900, 600};
 constexpr double filePanelPollInterval = 0.3;
+constexpr const char* generationFailed = "Translation failed. Try again.";
+
+namespace method {
+constexpr const char* translateToken = "headlessTranslateToken";
+constexpr const char* translateDone = "headlessTranslateDone";
+constexpr const char* translateError = "headlessTranslateError";
+constexpr const char* showEditorText = "headlessShowEditorText";
+constexpr const char* dismissPanel = "headlessDismissPanel";
 constexpr const char* quit = "quit";
 constexpr const char* openUrl = "openUrl";
+}  // namespace method
 
 WindowConfiguration interfaceFileWindow() {
   return {.kind = WindowKind::window,
@@ -39,7 +52,8 @@ MainFlutterWindow::MainFlutterWindow(Platform& platform, AppDelegate& delegate)
     : platform_(platform),
       delegate_(delegate),
       application_(platform.application()),
-      window_(application_.makeWindow(interfaceFileWindow())) {}
+      window_(application_.makeWindow(interfaceFileWindow())),
+      hotkeyHandlers_(platform) {}
 
 MainFlutterWindow::~MainFlutterWindow() {
   if (!methodChannel_) return;
@@ -86,6 +100,7 @@ void MainFlutterWindow::awakeFromNib() {
   methodChannel_ =
       makeMenuChannel(viewController_->engine()->binaryMessenger(), platform_.systemLog());
   delegate_.methodChannel = methodChannel_;
+  TranslationRelay::shared().notesChannel = methodChannel_;
   TelemetryRelay::shared().notesChannel = methodChannel_;
   methodChannel_->setMethodCallHandler(lifetime_.wrap(
       [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); }));
@@ -105,6 +120,9 @@ void MainFlutterWindow::setupGestureTracking() {
 void MainFlutterWindow::didLoseKeyboard() {
   const auto key = application_.keyWindow();
   if (key == window_) return;  // it is back, or was lent to an open menu only
+  // A key that is pressed elsewhere is meant for there.
+  HotkeyManager::shared().cancelRecording();
+  if (key && key == TranslatePanelController::shared().panel()) return;
   if (key && key == ClipboardPanelController::shared().panel()) return;
   if (application_.hasVisibleSavePanel()) {
     window_->configure([](WindowConfiguration& c) { c.level = windowLevel::normal; });
@@ -127,20 +145,47 @@ void MainFlutterWindow::waitForFilePanelClose() {
 }
 
 void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
-  if (call.method == quit) {
-    application_.terminate();
-    result.success();
-  } else if (call.method == openUrl) {
-    const auto* text = call.arguments.asString();
-    if (const auto url = text ? Url::parse(*text) : std::nullopt) {
-      platform_.workspace().openUrl(url->text);
-      result.success();
-    } else {
-      result.error(badArguments, "openUrl requiere una URL válida", call.arguments);
+  if (hotkeyHandlers_.handle(call, result)) return;
+  const auto& arguments = call.arguments;
+  auto& relay = TranslationRelay::shared();
+  if (call.method == method::translateToken) {
+    const auto* token = stringArgument(arguments, "token");
+    const auto gen = integerArgument(arguments, "gen");
+    if (token && gen) relay.forwardToken(*token, *gen);
+  } else if (call.method == method::translateDone) {
+    if (const auto gen = integerArgument(arguments, "gen")) relay.forwardDone(*gen);
+  } else if (call.method == method::translateError) {
+    const auto* message = stringArgument(arguments, "message");
+    const auto gen = integerArgument(arguments, "gen");
+    if (gen) {
+      relay.forwardError(message ? *message : generationFailed, *gen,
+                         stringArgument(arguments, "code"));
     }
+  } else if (call.method == method::showEditorText) {
+    const auto* text = stringArgument(arguments, "text");
+    const auto* mode = stringArgument(arguments, "mode");
+    if (text) relay.showEditorText(*text, mode ? *mode : "translate");
+  } else if (call.method == method::dismissPanel) {
+    relay.dismissPanel();
+  } else if (call.method == method::quit) {
+    application_.terminate();
+  } else if (call.method == method::openUrl) {
+    return handleOpenUrl(arguments, std::move(result));
   } else {
-    result.notImplemented();
+    return result.notImplemented();
   }
+  result.success();
+}
+
+void MainFlutterWindow::handleOpenUrl(const Value& arguments, MethodResult result) {
+  const auto* text = arguments.asString();
+  const auto url = text ? Url::parse(*text) : std::nullopt;
+  if (!url) {
+    result.error(badArguments, "openUrl requiere una URL válida", arguments);
+    return;
+  }
+  platform_.workspace().openUrl(url->text);
+  result.success();
 }
 
 }  // namespace zephyx

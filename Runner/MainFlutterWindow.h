@@ -7,6 +7,7 @@
 #include "Platform/LifetimeGuard.h"
 #include "Platform/Registration.h"
 #include "Platform/Window.h"
+#include "Runner/HotkeyChannelHandlers.h"
 
 namespace zephyx {
 
@@ -38,6 +39,7 @@ class MainFlutterWindow {
   void didLoseKeyboard();
   void waitForFilePanelClose();
   void handle(const MethodCall& call, MethodResult result);
+  void handleOpenUrl(const Value& arguments, MethodResult result);
 
   Platform& platform_;
   AppDelegate& delegate_;
@@ -45,6 +47,7 @@ class MainFlutterWindow {
   std::shared_ptr<Window> window_;
   std::shared_ptr<FlutterViewController> viewController_;
   std::shared_ptr<MethodChannel> methodChannel_;
+  HotkeyChannelHandlers hotkeyHandlers_;
   Registration resignKeyObserver_;
   Registration becomeKeyObserver_;
   Registration spaceObserver_;

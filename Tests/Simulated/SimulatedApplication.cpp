@@ -62,6 +62,10 @@ std::shared_ptr<Window> SimulatedApplication::keyWindow() const {
   return key_.lock();
 }
 
+bool SimulatedApplication::isActive() const {
+  return workspace_.hostIsInFront();
+}
+
 void SimulatedApplication::activateIgnoringOtherApps() {
   dispatch_.requireMainThread("activateIgnoringOtherApps");
   if (!workspace_.hostIsInFront()) workspace_.requestActivation(workspace_.host());
@@ -106,6 +110,7 @@ void SimulatedApplication::hostActivityChanged(bool isActive) {
   if (!isActive) {
     wantsKey_ = key_;
     setKeyWindow(nullptr);
+    notificationCenter_.post(notification::applicationDidResignActive, this);
     return;
   }
   const auto wanted = wantsKey_.lock();

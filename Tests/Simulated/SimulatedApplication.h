@@ -27,6 +27,7 @@ class SimulatedApplication final : public Application {
   std::vector<std::shared_ptr<Window>> windows() const override;
   std::shared_ptr<Window> keyWindow() const override;
   bool hasVisibleSavePanel() const override { return savePanelIsOpen_; }
+  bool isActive() const override;
   void activateIgnoringOtherApps() override;
 
   /// What `run` does until the host is ready, without the main loop.

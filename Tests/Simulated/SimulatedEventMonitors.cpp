@@ -12,6 +12,12 @@ Registration SimulatedEventMonitors::addLocalMonitor(std::uint64_t mask,
   return Registration([monitors = monitors_, id] { monitors->erase(id); });
 }
 
+Registration SimulatedEventMonitors::captureKeyboard() {
+  dispatch_.requireMainThread("captureKeyboard");
+  ++*captures_;
+  return Registration([captures = captures_] { --*captures; });
+}
+
 bool SimulatedEventMonitors::deliver(const Event& event) {
   for (const auto& [id, monitor] : Monitors(*monitors_)) {
     if (!(monitor->mask & eventMask(event.type)) || !monitors_->contains(id)) continue;

@@ -39,7 +39,7 @@ void SimulatedKeyboard::press(std::uint16_t keyCode, std::uint64_t modifierFlags
 
 void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlags) {
   if (machine_.hotKeys.press({keyCode, carbonModifiers(modifierFlags)})) return;
-  if (!machine_.workspace.hostIsInFront()) {
+  if (!machine_.workspace.hostIsInFront() && !machine_.eventMonitors.hasKeyboard()) {
     if (const auto& target = machine_.workspace.frontmost()) {
       target->receiveKey(keyCode, modifierFlags);
     }

@@ -112,6 +112,13 @@ class SimulatedPasteboard::Contents final : public PasteboardContents {
   Fetched fetched_;
 };
 
+class SimulatedPasteboard::Items final : public PasteboardItems {
+ public:
+  bool isEmpty() const override { return items.empty(); }
+
+  std::vector<std::pair<std::string, Bytes>> items;
+};
+
 SimulatedPasteboard::SimulatedPasteboard(SimulatedDispatch& dispatch, SimulatedFaults& faults)
     : state_(std::make_shared<State>(dispatch, faults)) {}
 SimulatedPasteboard::~SimulatedPasteboard() = default;
@@ -175,6 +182,27 @@ bool SimulatedPasteboard::writeImage(const Image& image) {
   if (png.empty()) return false;
   write(pasteboardType::png, png);
   return true;
+}
+
+void SimulatedPasteboard::copyItems(
+    std::function<void(std::shared_ptr<const PasteboardItems>)> done) const {
+  state_->dispatch.requireMainThread("Pasteboard::copyItems");
+  state_->dispatch.globalQueue().async([state = state_, done = std::move(done)]() mutable {
+    auto copy = std::make_shared<Items>();
+    const auto owner = state->owner;
+    const auto types = state->waitFor(*owner) ? typesOf(*owner) : std::vector<std::string>{};
+    for (const auto& type : types) {
+      if (auto data = dataOf(*owner, type)) copy->items.emplace_back(type, std::move(*data));
+    }
+    state->dispatch.mainQueue().async([copy, done = std::move(done)] { done(copy); });
+  });
+}
+
+bool SimulatedPasteboard::writeItems(const PasteboardItems& items) {
+  for (const auto& [type, data] : dynamic_cast<const Items&>(items).items) {
+    write(type.c_str(), data);
+  }
+  return !items.isEmpty();
 }
 
 std::shared_ptr<Owner> SimulatedPasteboard::otherProgramCopies(Owner owner) {

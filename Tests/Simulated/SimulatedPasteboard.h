@@ -41,6 +41,8 @@ class SimulatedPasteboard final : public Pasteboard {
   bool writeString(const std::string& text) override;
   bool writeUrl(const std::string& url) override;
   bool writeImage(const Image& image) override;
+  void copyItems(std::function<void(std::shared_ptr<const PasteboardItems>)> done) const override;
+  bool writeItems(const PasteboardItems& items) override;
 
   /// From before the host starts.
   void setAnnouncesChanges(bool announces);
@@ -57,6 +59,7 @@ class SimulatedPasteboard final : public Pasteboard {
  private:
   struct State;
   class Contents;
+  class Items;
 
   void announce(std::shared_ptr<Owner> owner);
   void write(const char* type, BytesView data);

@@ -3,10 +3,6 @@
 #include "Platform/Events.h"
 
 namespace zephyx {
-namespace {
-constexpr std::uint16_t keyCodeC = 8;
-}
-
 bool SimulatedRunningApplication::request(int& count) {
   ++count;
   if (!acceptsRequests) return false;
@@ -19,7 +15,7 @@ bool SimulatedRunningApplication::request(int& count) {
 void SimulatedRunningApplication::receiveKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
   if (modifierFlags == eventModifier::command) {
     if (keyCode == keyCode::v) text += machine_.pastedString();
-    if (keyCode == keyCodeC && !selection.empty()) machine_.copyString(selection);
+    if (keyCode == keyCode::c && !selection.empty()) machine_.copyString(selection, copyTime);
   } else if (modifierFlags == 0) {
     text += machine_.character(keyCode);
   }

@@ -22,7 +22,7 @@ class SimulatedRunningApplication final : public RunningApplication {
     std::function<bool(const SimulatedRunningApplication&)> isInFront;
     std::function<void(SimulatedRunningApplication&)> requestActivation;
     std::function<std::string()> pastedString;
-    std::function<void(const std::string&)> copyString;
+    std::function<void(const std::string&, double delay)> copyString;
     std::function<std::string(std::uint16_t)> character;
   };
 
@@ -46,6 +46,7 @@ class SimulatedRunningApplication final : public RunningApplication {
   /// Its one text field, which has its keyboard.
   std::string text;
   std::string selection;
+  double copyTime = 0;  ///< seconds from the chord to the copy
   void receiveKey(std::uint16_t keyCode, std::uint64_t modifierFlags);
 
  private:

@@ -28,11 +28,13 @@ class SimulatedViewController final : public FlutterViewController {
   std::shared_ptr<FlutterEngine> engine() const override;
   void makeBackgroundTransparent() override { hasTransparentBackground_ = true; }
   Rect viewBounds() const override { return {{0, 0}, size_}; }
+  void setViewAlpha(double alpha) override { alpha_ = alpha; }
   std::shared_ptr<VisualEffectView> addVisualEffectView() override;
 
   /// For the window that shows it.
   void setInWindow(bool isInWindow);
   void setSize(Size size) { size_ = size; }
+  double alpha() const { return alpha_; }
   bool hasTransparentBackground() const { return hasTransparentBackground_; }
   const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& effectViews() const {
     return effectViews_;
@@ -41,6 +43,7 @@ class SimulatedViewController final : public FlutterViewController {
  private:
   std::shared_ptr<SimulatedEngine> engine_;
   Size size_;
+  double alpha_ = 1;
   bool hasTransparentBackground_ = false;
   std::vector<std::shared_ptr<SimulatedVisualEffectView>> effectViews_;
 };

@@ -36,8 +36,13 @@ std::shared_ptr<SimulatedRunningApplication> SimulatedWorkspace::start(
     }
   };
   machine.pastedString = [this] { return pasteboard_.pastedString(); };
-  machine.copyString = [this](const std::string& text) {
-    pasteboard_.otherProgramCopiesString(text);
+  machine.copyString = [this](const std::string& text, double delay) {
+    if (delay <= 0) {
+      pasteboard_.otherProgramCopiesString(text);
+    } else {
+      dispatch_.mainQueue().asyncAfter(
+          delay, [this, text] { pasteboard_.otherProgramCopiesString(text); });
+    }
   };
   machine.character = [this](std::uint16_t keyCode) { return layout_.character(keyCode); };
   auto application = std::make_shared<Application>(std::move(description), std::move(machine));

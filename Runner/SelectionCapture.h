@@ -1,0 +1,64 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "Platform/LifetimeGuard.h"
+
+namespace zephyx {
+
+class Accessibility;
+class DispatchQueue;
+class EventPoster;
+class Pasteboard;
+class PasteboardItems;
+class Platform;
+class SystemLog;
+
+/// Fetches the text that is selected in the application in front: types the copy chord, waits for
+/// the pasteboard to change, reads the text and puts back what was there before. Main thread.
+class SelectionCapture {
+ public:
+  /// Nothing when there is no text.
+  using Completion = std::function<void(std::optional<std::string> text)>;
+
+  /// `completion` runs once, on the main thread, while the host lives. Without the permission to
+  /// type it gets the pasteboard's current text, and the system asks the user for the permission.
+  /// Nothing that happens to the pasteboard here becomes a history entry.
+  static void capture(Completion completion);
+
+  explicit SelectionCapture(Platform& platform);
+
+ private:
+  struct Session {
+    std::shared_ptr<const PasteboardItems> savedItems;
+    std::int64_t baseline = 0;
+    Completion completion;
+  };
+  using SessionPointer = std::shared_ptr<Session>;
+
+  void begin(Completion completion);
+  void save(SessionPointer session, int attempt);
+  void typeCopyChord(const SessionPointer& session);
+  void pollLater(SessionPointer session, double elapsed);
+  void pollForChange(const SessionPointer& session, double elapsed);
+  void finishWithChange(SessionPointer session);
+  void timeOut(SessionPointer session);
+  /// Reads away from the main thread: the text's owner may take its time.
+  void readString(Completion use);
+  void resumeMonitor();
+
+  Accessibility& accessibility_;
+  DispatchQueue& mainQueue_;
+  DispatchQueue& globalQueue_;
+  EventPoster& eventPoster_;
+  Pasteboard& pasteboard_;
+  SystemLog& log_;
+  int running_ = 0;  ///< captures that hold the monitor suspended
+  LifetimeGuard lifetime_;
+};
+
+}  // namespace zephyx
