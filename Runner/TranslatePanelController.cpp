@@ -10,7 +10,9 @@
 #include "Platform/Application.h"
 #include "Platform/Dispatch.h"
 #include "Platform/NotificationCenter.h"
+#include "Platform/Workspace.h"
 #include "Runner/Arguments.h"
+#include "Runner/ClipboardMonitor.h"
 #include "Runner/Descriptions.h"
 #include "Runner/MenuChannel.h"
 #include "Runner/SharedObjects.h"
@@ -199,7 +201,7 @@ void TranslatePanelController::handle(const MethodCall& call, MethodResult resul
   } else if (name == method::cancel) {
     TranslationRelay::shared().cancelGeneration();
   } else if (name == method::hidePanel) {
-    hidePanel("translateHidePanel (dismiss explícito: Esc / translateDismiss)");
+    dismiss();
   } else if (name == method::paste) {
     sessionOutcome_ = "pasted";
     return handlePaste(lifetime_.wrap([this] { hidePanel("handlePaste (Paste exitoso)"); }),
@@ -216,6 +218,15 @@ void TranslatePanelController::handle(const MethodCall& call, MethodResult resul
     return result.notImplemented();
   }
   result.success();
+}
+
+// The focus goes back to where the user was, unless the user has already gone elsewhere.
+void TranslatePanelController::dismiss() {
+  const bool hadKeyboard = panel_ && panel_->isKeyWindow();
+  hidePanel("translateHidePanel (dismiss explícito: Esc / translateDismiss)");
+  if (const auto& target = ClipboardMonitor::shared().rememberedApp; hadKeyboard && target) {
+    target->activateIgnoringOtherApps();
+  }
 }
 
 void TranslatePanelController::handleRequest(const MethodCall& call, MethodResult result) {

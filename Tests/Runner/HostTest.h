@@ -31,6 +31,10 @@ class HostTest : public testing::Test {
   SimulatedWindow& mainWindow() { return *desktop.application.simulatedWindows().at(0); }
   SimulatedWindow& panel() { return *desktop.application.simulatedWindows().at(1); }
   SimulatedScreen& mainScreen() { return desktop.engines.engine("default")->screen(); }
+  SimulatedWindow& translatePanel() { return *desktop.application.simulatedWindows().at(2); }
+  SimulatedScreen& translateScreen() {
+    return desktop.engines.engine("translate_engine")->screen();
+  }
   SimulatedScreen& panelScreen() { return desktop.engines.engine("clipboard_engine")->screen(); }
   SimulatedStatusItem& statusItem() { return *desktop.statusBar.item(); }
   ClipboardMonitor& monitor() { return ClipboardMonitor::shared(); }
