@@ -14,6 +14,7 @@ class FlutterEngines;
 class HotKeys;
 class Images;
 class KeyboardLayout;
+class Keychain;
 class NotificationCenter;
 class Pasteboard;
 class PreviewPanel;
@@ -39,6 +40,7 @@ class Platform {
   virtual HotKeys& hotKeys() = 0;
   virtual Images& images() = 0;
   virtual KeyboardLayout& keyboardLayout() = 0;
+  virtual Keychain& keychain() = 0;
   virtual NotificationCenter& defaultNotificationCenter() = 0;
   virtual NotificationCenter& workspaceNotificationCenter() = 0;
   virtual Pasteboard& pasteboard() = 0;

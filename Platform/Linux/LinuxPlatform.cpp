@@ -12,6 +12,7 @@
 #include "Platform/Linux/Input/LinuxEventPoster.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Linux/Input/LinuxKeyboardLayout.h"
+#include "Platform/Linux/Keychain/LinuxKeychain.h"
 #include "Platform/Linux/LinuxApplication.h"
 #include "Platform/Linux/LinuxDirectories.h"
 #include "Platform/Linux/LinuxDispatch.h"
@@ -57,6 +58,7 @@ struct LinuxPlatform::Services {
   LocalNotificationCenter defaultCenter;
   LocalNotificationCenter workspaceCenter;
   LinuxUserDefaults userDefaults{settingsFolder(), systemLog};
+  LinuxKeychain keychain;
   LinuxImages images;
   LinuxWorkspace workspace;
   LinuxPasteboard pasteboard{
@@ -119,6 +121,10 @@ Images& LinuxPlatform::images() {
 
 KeyboardLayout& LinuxPlatform::keyboardLayout() {
   return services_->keyboardLayout;
+}
+
+Keychain& LinuxPlatform::keychain() {
+  return services_->keychain;
 }
 
 NotificationCenter& LinuxPlatform::defaultNotificationCenter() {

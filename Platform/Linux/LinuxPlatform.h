@@ -26,6 +26,7 @@ class LinuxPlatform final : public Platform {
   HotKeys& hotKeys() override;
   Images& images() override;
   KeyboardLayout& keyboardLayout() override;
+  Keychain& keychain() override;
   NotificationCenter& defaultNotificationCenter() override;
   NotificationCenter& workspaceNotificationCenter() override;
   Pasteboard& pasteboard() override;

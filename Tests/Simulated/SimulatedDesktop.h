@@ -15,6 +15,7 @@
 #include "Tests/Simulated/SimulatedImages.h"
 #include "Tests/Simulated/SimulatedKeyboard.h"
 #include "Tests/Simulated/SimulatedKeyboardLayout.h"
+#include "Tests/Simulated/SimulatedKeychain.h"
 #include "Tests/Simulated/SimulatedPasteboard.h"
 #include "Tests/Simulated/SimulatedPreviewPanel.h"
 #include "Tests/Simulated/SimulatedScreens.h"
@@ -47,6 +48,7 @@ class SimulatedDesktop {
   SimulatedAccessibility accessibility;
   SimulatedDirectories directories;
   SimulatedUserDefaults userDefaults{std::make_shared<SimulatedUserDefaults::Store>()};
+  SimulatedKeychain keychain{dispatch};
   SimulatedImages images;
   SimulatedScreens screens;
   SimulatedTextMetrics textMetrics;

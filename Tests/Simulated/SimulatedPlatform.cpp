@@ -61,6 +61,10 @@ TextMetrics& SimulatedPlatform::textMetrics() {
 UserDefaults& SimulatedPlatform::userDefaults() {
   return desktop_.userDefaults;
 }
+
+Keychain& SimulatedPlatform::keychain() {
+  return desktop_.keychain;
+}
 Workspace& SimulatedPlatform::workspace() {
   return desktop_.workspace;
 }

@@ -30,6 +30,7 @@ class SimulatedPlatform final : public Platform {
   SystemLog& systemLog() override;
   TextMetrics& textMetrics() override;
   UserDefaults& userDefaults() override;
+  Keychain& keychain() override;
   Workspace& workspace() override;
 
  private:
