@@ -27,6 +27,7 @@ class MacApplication final : public Application {
   std::vector<std::shared_ptr<Window>> windows() const override;
   std::shared_ptr<Window> keyWindow() const override;
   bool hasVisibleSavePanel() const override;
+  bool isActive() const override;
   void activateIgnoringOtherApps() override;
 
  private:

@@ -90,6 +90,10 @@ bool MacApplication::hasVisibleSavePanel() const {
   return false;
 }
 
+bool MacApplication::isActive() const {
+  return native().active;
+}
+
 // The newer `activate` gives way to the active application, which this must not.
 void MacApplication::activateIgnoringOtherApps() {
   [native() activateIgnoringOtherApps:YES];

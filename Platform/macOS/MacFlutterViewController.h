@@ -17,6 +17,7 @@ class MacFlutterViewController final : public FlutterViewController {
   std::shared_ptr<FlutterEngine> engine() const override;
   void makeBackgroundTransparent() override;
   Rect viewBounds() const override;
+  void setViewAlpha(double alpha) override;
   std::shared_ptr<VisualEffectView> addVisualEffectView() override;
 
   ::FlutterViewController* controller() const { return controller_; }

@@ -29,6 +29,10 @@ Rect MacFlutterViewController::viewBounds() const {
   return rectOf(controller_.view.bounds);
 }
 
+void MacFlutterViewController::setViewAlpha(double alpha) {
+  controller_.view.alphaValue = alpha;
+}
+
 std::shared_ptr<VisualEffectView> MacFlutterViewController::addVisualEffectView() {
   return std::make_shared<MacVisualEffectView>(controller_.view);
 }

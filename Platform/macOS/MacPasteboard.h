@@ -11,12 +11,13 @@
 
 namespace zephyx {
 
+class Dispatch;
 struct PasteboardAccess;
 
 /// The general pasteboard. The host's type names are the system's.
 class MacPasteboard final : public Pasteboard {
  public:
-  MacPasteboard();
+  explicit MacPasteboard(Dispatch& dispatch);
   ~MacPasteboard() override;
 
   /// The count last seen, while contents are being read.
@@ -29,8 +30,11 @@ class MacPasteboard final : public Pasteboard {
   bool writeString(const std::string& text) override;
   bool writeUrl(const std::string& url) override;
   bool writeImage(const Image& image) override;
+  void copyItems(std::function<void(std::shared_ptr<const PasteboardItems>)> done) const override;
+  bool writeItems(const PasteboardItems& items) override;
 
  private:
+  Dispatch& dispatch_;
   std::shared_ptr<PasteboardAccess> access_;
   mutable NSInteger changeCount_ = 0;
 };

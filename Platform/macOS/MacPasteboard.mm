@@ -2,14 +2,18 @@
 
 #include <utility>
 
+#include "Platform/Dispatch.h"
+
 #import "Platform/macOS/MacImage.h"
 #import "Platform/macOS/MacPasteboardContents.h"
+#import "Platform/macOS/MacPasteboardItems.h"
 #import "Platform/macOS/PasteboardAccess.h"
 #import "Platform/macOS/Strings.h"
 
 namespace zephyx {
 
-MacPasteboard::MacPasteboard() : access_(std::make_shared<PasteboardAccess>()) {}
+MacPasteboard::MacPasteboard(Dispatch& dispatch)
+    : dispatch_(dispatch), access_(std::make_shared<PasteboardAccess>()) {}
 
 MacPasteboard::~MacPasteboard() = default;
 
@@ -56,6 +60,27 @@ bool MacPasteboard::writeImage(const Image& image) {
   if (!picture) return false;
   const std::lock_guard lock(access_->mutex);
   return [access_->pasteboard writeObjects:@[ picture ]];
+}
+
+// Away from the main thread: an owner that has promised its data makes them now.
+void MacPasteboard::copyItems(
+    std::function<void(std::shared_ptr<const PasteboardItems>)> done) const {
+  dispatch_.globalQueue().async(
+      [access = access_, &mainQueue = dispatch_.mainQueue(), done = std::move(done)]() mutable {
+        std::shared_ptr<const PasteboardItems> items;
+        {
+          const std::lock_guard lock(access->mutex);
+          items = std::make_shared<MacPasteboardItems>(access->pasteboard);
+        }
+        mainQueue.async([items = std::move(items), done = std::move(done)] { done(items); });
+      });
+}
+
+bool MacPasteboard::writeItems(const PasteboardItems& items) {
+  const auto& saved = dynamic_cast<const MacPasteboardItems&>(items);
+  if (saved.isEmpty()) return false;
+  const std::lock_guard lock(access_->mutex);
+  return [access_->pasteboard writeObjects:saved.nativeItems()];
 }
 
 }  // namespace zephyx

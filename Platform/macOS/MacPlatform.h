@@ -22,6 +22,7 @@ class MacPlatform final : public Platform {
   HotKeys& hotKeys() override;
   Images& images() override;
   KeyboardLayout& keyboardLayout() override;
+  Keychain& keychain() override;
   NotificationCenter& defaultNotificationCenter() override;
   NotificationCenter& workspaceNotificationCenter() override;
   Pasteboard& pasteboard() override;

@@ -12,6 +12,7 @@
 #import "Platform/macOS/MacHotKeys.h"
 #import "Platform/macOS/MacImages.h"
 #import "Platform/macOS/MacKeyboardLayout.h"
+#import "Platform/macOS/MacKeychain.h"
 #import "Platform/macOS/MacNotificationCenter.h"
 #import "Platform/macOS/MacPasteboard.h"
 #import "Platform/macOS/MacPreviewPanel.h"
@@ -39,7 +40,8 @@ struct MacPlatform::Services {
   MacUserDefaults userDefaults;
   MacImages images;
   MacWorkspace workspace;
-  MacPasteboard pasteboard;
+  MacPasteboard pasteboard{dispatch};
+  MacKeychain keychain;
   MacKeyboardLayout keyboardLayout;
   MacHotKeys hotKeys;
   MacEventPoster eventPoster;
@@ -94,6 +96,10 @@ Images& MacPlatform::images() {
 
 KeyboardLayout& MacPlatform::keyboardLayout() {
   return services_->keyboardLayout;
+}
+
+Keychain& MacPlatform::keychain() {
+  return services_->keychain;
 }
 
 NotificationCenter& MacPlatform::defaultNotificationCenter() {
