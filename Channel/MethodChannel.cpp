@@ -1,5 +1,7 @@
 #include "Channel/MethodChannel.h"
 
+#include <algorithm>
+#include <array>
 #include <utility>
 
 #include "Channel/StandardMethodCodec.h"
@@ -26,6 +28,27 @@ void report(const MethodChannel::Diagnostics& diagnostics, std::string_view chan
   diagnostics(line);
 }
 
+/// The beginning of a name, for the log: kept without an allocation.
+class ShortName {
+ public:
+  explicit ShortName(std::string_view name) : size_(std::min(name.size(), characters_.size())) {
+    std::copy_n(name.begin(), size_, characters_.begin());
+  }
+  std::string_view text() const { return {characters_.data(), size_}; }
+
+ private:
+  std::array<char, 48> characters_;
+  std::size_t size_;
+};
+
+/// Most calls are answered with null: its bytes are always the same.
+void finish(const BinaryReply& reply, const MethodReply& outcome) {
+  static const Bytes nullSuccess = StandardMethodCodec::encodeReply(Value());
+  const auto* value = std::get_if<Value>(&outcome);
+  if (value && value->isNull()) return reply(nullSuccess);
+  reply(StandardMethodCodec::encodeReply(outcome));
+}
+
 MethodError malformed(std::string_view what) {
   return {std::string(malformedCode), std::string(what), {}};
 }
@@ -39,13 +62,15 @@ void receive(const std::shared_ptr<const Receiver>& receiver, BytesView message,
     reply(StandardMethodCodec::encodeReply(malformed(malformedCall)));
     return;
   }
-  auto answer = [reply = std::move(reply)](const MethodReply& outcome) {
-    reply(StandardMethodCodec::encodeReply(outcome));
-  };
-  auto dropped = [receiver, method = call->method] {
-    report(receiver->diagnostics, receiver->channel, "call dropped unanswered", method);
-  };
-  receiver->handler(*std::move(call), MethodResult(std::move(answer), std::move(dropped)));
+  MethodResult result([receiver, reply = std::move(reply),
+                       method = ShortName(call->method)](const MethodReply* outcome) {
+    if (!outcome) {
+      report(receiver->diagnostics, receiver->channel, "call dropped unanswered", method.text());
+    }
+    static const MethodReply notImplemented = NotImplemented{};
+    finish(reply, outcome ? *outcome : notImplemented);
+  });
+  receiver->handler(*std::move(call), std::move(result));
 }
 
 }  // namespace

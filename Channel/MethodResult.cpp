@@ -5,18 +5,13 @@
 
 namespace zephyx {
 
-MethodResult::MethodResult(Answer answer, Dropped dropped)
-    : answer_(std::move(answer)), dropped_(std::move(dropped)) {}
-
 MethodResult::MethodResult(MethodResult&& other) noexcept
-    : answer_(std::exchange(other.answer_, nullptr)),
-      dropped_(std::exchange(other.dropped_, nullptr)) {}
+    : answer_(std::exchange(other.answer_, nullptr)) {}
 
 MethodResult& MethodResult::operator=(MethodResult&& other) noexcept {
   if (this != &other) {
     drop();
     answer_ = std::exchange(other.answer_, nullptr);
-    dropped_ = std::exchange(other.dropped_, nullptr);
   }
   return *this;
 }
@@ -37,15 +32,13 @@ void MethodResult::notImplemented() {
   answer(NotImplemented{});
 }
 
-void MethodResult::answer(MethodReply reply) {
+void MethodResult::answer(const MethodReply& reply) {
   assert(answer_ && "a call was answered twice, or after its result had been handed on");
-  if (const auto answer = std::exchange(answer_, nullptr)) answer(std::move(reply));
+  if (const auto answer = std::exchange(answer_, nullptr)) answer(&reply);
 }
 
 void MethodResult::drop() {
-  if (!answer_) return;
-  if (const auto dropped = std::exchange(dropped_, nullptr)) dropped();
-  notImplemented();
+  if (const auto answer = std::exchange(answer_, nullptr)) answer(nullptr);
 }
 
 }  // namespace zephyx

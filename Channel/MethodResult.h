@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <variant>
 
 #include "Channel/Value.h"
@@ -26,10 +27,10 @@ using MethodReply = std::variant<Value, MethodError, NotImplemented>;
 /// not-implemented and reports the method through the channel's diagnostics.
 class MethodResult {
  public:
-  using Answer = std::function<void(MethodReply)>;
-  using Dropped = std::function<void()>;
+  /// Receives the answer; null when the result was dropped unanswered.
+  using Answer = std::function<void(const MethodReply*)>;
 
-  MethodResult(Answer answer, Dropped dropped);
+  explicit MethodResult(Answer answer) : answer_(std::move(answer)) {}
   MethodResult(MethodResult&&) noexcept;
   MethodResult& operator=(MethodResult&&) noexcept;
   MethodResult(const MethodResult&) = delete;
@@ -41,11 +42,10 @@ class MethodResult {
   void notImplemented();
 
  private:
-  void answer(MethodReply reply);
+  void answer(const MethodReply& reply);
   void drop();
 
   Answer answer_;
-  Dropped dropped_;
 };
 
 }  // namespace zephyx

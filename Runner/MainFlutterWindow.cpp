@@ -151,7 +151,12 @@ void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
   if (call.method == method::translateToken) {
     const auto* token = stringArgument(arguments, "token");
     const auto gen = integerArgument(arguments, "gen");
-    if (token && gen) relay.forwardToken(*token, *gen);
+    if (!token || !gen) return result.success();
+    if (arguments.asMap()->size() == 2) {
+      relay.forwardToken(arguments);
+    } else {
+      relay.forwardToken(*token, *gen);
+    }
   } else if (call.method == method::translateDone) {
     if (const auto gen = integerArgument(arguments, "gen")) relay.forwardDone(*gen);
   } else if (call.method == method::translateError) {

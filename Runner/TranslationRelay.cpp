@@ -45,6 +45,10 @@ void TranslationRelay::forwardToken(const std::string& token, std::int64_t gen) 
   tellPanel(panelMethod::token, Map{{"token", token}, {"gen", gen}});
 }
 
+void TranslationRelay::forwardToken(const Value& arguments) {
+  tellPanel(panelMethod::token, arguments);
+}
+
 void TranslationRelay::forwardDone(std::int64_t gen) {
   tellPanel(panelMethod::done, Map{{"gen", gen}});
 }

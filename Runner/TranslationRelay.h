@@ -29,6 +29,8 @@ class TranslationRelay {
   void showEditorText(const std::string& text, const std::string& mode);
   /// `gen` is the number that the panel gave the request.
   void forwardToken(const std::string& token, std::int64_t gen);
+  /// The same, with a map that holds nothing but "token" and "gen": sent as it came.
+  void forwardToken(const Value& arguments);
   void forwardDone(std::int64_t gen);
   /// `code` may be null.
   void forwardError(const std::string& message, std::int64_t gen, const std::string* code);

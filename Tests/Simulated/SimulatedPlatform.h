@@ -7,7 +7,7 @@ namespace zephyx {
 class SimulatedDesktop;
 
 /// The services of a simulated desktop, as the host sees them.
-class SimulatedPlatform final : public Platform {
+class SimulatedPlatform : public Platform {
  public:
   explicit SimulatedPlatform(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
