@@ -2,12 +2,12 @@
 
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
-#include <QtCore/QRectF>
 #include <span>
 #include <utility>
 
 #include "Platform/PrivateFile.h"
 #include "Screens/Age.h"
+#include "Screens/CardFrames.h"
 #include "Screens/ScreenFolder.h"
 
 namespace zephyx {
@@ -345,15 +345,7 @@ void ClipboardScreenController::requestPermission() {
 }
 
 void ClipboardScreenController::reportCards(const QVariantList& rectangles, qreal cornerRadius) {
-  List rects;
-  for (const QVariant& variant : rectangles) {
-    const QRectF rectangle = variant.toRectF();
-    rects.push_back(Map{{"x", rectangle.x()},
-                        {"y", rectangle.y()},
-                        {"w", rectangle.width()},
-                        {"h", rectangle.height()}});
-  }
-  Value cards = Map{{"rects", std::move(rects)}, {"cornerRadius", cornerRadius}};
+  Value cards = cardFrames(rectangles, cornerRadius);
   if (cards == cards_) return;
   cards_ = std::move(cards);
   channel_.invokeMethod(updateCardFramesMethod, cards_);

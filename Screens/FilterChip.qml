@@ -5,19 +5,24 @@ Rectangle {
 
     property string label
     property bool checked: false
+    property bool tabStop: false
     signal clicked
 
+    activeFocusOnTab: tabStop
     implicitWidth: caption.implicitWidth + 22
     implicitHeight: 26
     radius: 13
     color: checked ? Theme.accentSoft : area.containsMouse ? Theme.hover : "transparent"
-    border.width: 1
-    border.color: checked ? Theme.accent : Theme.lineSoft
+    border.width: activeFocus ? 2 : 1
+    border.color: checked || activeFocus ? Theme.accent : Theme.lineSoft
 
     Accessible.role: Accessible.RadioButton
     Accessible.name: label
     Accessible.checked: checked
+    Accessible.focusable: tabStop
     Accessible.onPressAction: clicked()
+
+    Keys.onSpacePressed: clicked()
 
     Text {
         id: caption

@@ -10,14 +10,26 @@ Rectangle {
     property bool active: false
     signal clicked
 
+    activeFocusOnTab: true
     implicitWidth: 30
     implicitHeight: 30
     radius: 8
     color: area.pressed ? Theme.line : area.containsMouse ? Theme.hover : "transparent"
+    border.width: activeFocus ? 2 : 0
+    border.color: Theme.accent
 
     Accessible.role: Accessible.Button
     Accessible.name: label
+    Accessible.focusable: true
     Accessible.onPressAction: clicked()
+
+    Keys.onPressed: event => {
+        const presses = event.key === Qt.Key_Space || event.key === Qt.Key_Return
+            || event.key === Qt.Key_Enter
+        event.accepted = presses && event.modifiers === Qt.NoModifier
+        if (event.accepted)
+            clicked()
+    }
 
     Symbol {
         anchors.centerIn: parent

@@ -11,7 +11,11 @@ FocusScope {
     focus: true
 
     Window.onActiveChanged: if (!Window.active) screen.save()
-    Window.onVisibilityChanged: screen.save()
+    Window.onVisibilityChanged: {
+        screen.save()
+        if (Window.visibility === Window.Hidden)
+            screen.hotkeys.cancelRecording()
+    }
 
     Keys.onPressed: event => {
         event.accepted = true

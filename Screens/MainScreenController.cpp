@@ -18,7 +18,12 @@ constexpr auto importNotesMethod = "importNotes";
 constexpr auto openSettingsMethod = "openSettings";
 constexpr auto shortcutUsedMethod = "shortcutUsed";
 constexpr auto telemetryEventMethod = "telemetryEvent";
+constexpr auto translateMethod = "headlessTranslate";
+constexpr auto cancelTranslateMethod = "headlessTranslateCancel";
+constexpr auto captureEditorMethod = "headlessCaptureEditor";
+constexpr auto acceptToEditorMethod = "headlessAcceptToEditor";
 // To the host.
+constexpr auto showEditorTextMethod = "headlessShowEditorText";
 constexpr auto quitMethod = "quit";
 
 constexpr auto saveDelay = std::chrono::milliseconds(250);
@@ -38,7 +43,10 @@ MainScreenController::MainScreenController(ScreenServices services)
       store_(screenFolder(services.directories)),
       readClipboardText_(services.readClipboardText),
       pasteShortcut_(services.readClipboardText, maximumNoteCharacters, [this] { tellTooLong(); }),
-      channel_(services.messenger, screenChannelName, reportToLog) {
+      server_(services.userDefaults, services.keychain),
+      channel_(services.messenger, screenChannelName, reportToLog),
+      generator_(server_, channel_),
+      hotkeys_(channel_) {
   saveTimer_.setSingleShot(true);
   saveTimer_.setInterval(saveDelay);
   connect(&saveTimer_, &QTimer::timeout, this, &MainScreenController::save);
@@ -68,7 +76,15 @@ MainScreenController::~MainScreenController() {
 }
 
 void MainScreenController::handle(const MethodCall& call, MethodResult result) {
-  if (call.method == pasteIntoEditorMethod) {
+  if (call.method == translateMethod) {
+    generator_.translate(call.arguments);
+  } else if (call.method == cancelTranslateMethod) {
+    generator_.cancel();
+  } else if (call.method == captureEditorMethod) {
+    handOverText(call.arguments);
+  } else if (call.method == acceptToEditorMethod) {
+    acceptText(call.arguments);
+  } else if (call.method == pasteIntoEditorMethod) {
     pasteIntoEditor();
   } else if (call.method == exportAllNotesMethod) {
     exportNotes();
@@ -101,6 +117,25 @@ void MainScreenController::pasteText(const QString& pasted) {
   } else {
     setText(current_.text + pasted);
   }
+}
+
+void MainScreenController::handOverText(const Value& arguments) {
+  const Map* map = arguments.asMap();
+  const Value* mode = map ? map->find("mode") : nullptr;
+  selection_.clear();
+  if (!showsSettings_) emit selectionWanted();
+  const QString text = selection_.isEmpty() ? current_.text : std::exchange(selection_, {});
+  Map message{{"text", text.toStdString()}};
+  if (mode && mode->asString()) message.append("mode", *mode);
+  channel_.invokeMethod(showEditorTextMethod, std::move(message));
+}
+
+void MainScreenController::acceptText(const Value& arguments) {
+  const Map* map = arguments.asMap();
+  const Value* text = map ? map->find("text") : nullptr;
+  if (!text || !text->asString() || text->asString()->empty()) return;
+  pasteText(QString::fromStdString(*text->asString()));
+  save();
 }
 
 void MainScreenController::setText(const QString& text) {
@@ -200,6 +235,7 @@ void MainScreenController::reload() {
 }
 
 void MainScreenController::setShowsSettings(bool shows) {
+  if (!shows) hotkeys_.cancelRecording();
   if (std::exchange(showsSettings_, shows) != shows) emit pageChanged();
 }
 

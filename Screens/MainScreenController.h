@@ -9,10 +9,13 @@
 #include "Platform/LifetimeGuard.h"
 #include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Screens/FilePanel.h"
+#include "Screens/HotkeySettings.h"
 #include "Screens/NotesModel.h"
 #include "Screens/NotesStore.h"
 #include "Screens/PasteShortcut.h"
 #include "Screens/ScreenSettings.h"
+#include "Screens/ServerSettings.h"
+#include "Screens/TextGenerator.h"
 
 namespace zephyx {
 
@@ -23,6 +26,8 @@ class MainScreenController : public QObject {
   QML_UNCREATABLE("made by the program")
   Q_PROPERTY(zephyx::NotesModel* notes READ notes CONSTANT)
   Q_PROPERTY(zephyx::ScreenSettings* settings READ settings CONSTANT)
+  Q_PROPERTY(zephyx::ServerSettings* server READ server CONSTANT)
+  Q_PROPERTY(zephyx::HotkeySettings* hotkeys READ hotkeys CONSTANT)
   Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
   Q_PROPERTY(int currentRow READ currentRow NOTIFY currentChanged)
   Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
@@ -37,6 +42,9 @@ class MainScreenController : public QObject {
 
   NotesModel* notes() { return &model_; }
   ScreenSettings* settings() { return &settings_; }
+  ServerSettings* server() { return &server_; }
+  HotkeySettings* hotkeys() { return &hotkeys_; }
+  TextGenerator& generator() { return generator_; }
   QString searchText() const { return searchText_; }
   void setSearchText(const QString& text);
   int currentRow() const { return model_.rowOf(current_.id); }
@@ -51,6 +59,8 @@ class MainScreenController : public QObject {
 
   /// The picture has an editor that inserts what `textPasted` brings.
   Q_INVOKABLE void setHasEditor(bool hasEditor) { hasEditor_ = hasEditor; }
+  /// The answer to `selectionWanted`.
+  Q_INVOKABLE void giveSelection(const QString& selection) { selection_ = selection; }
   Q_INVOKABLE void newNote();
   Q_INVOKABLE void openNote(int row);
   Q_INVOKABLE void deleteNote();
@@ -73,11 +83,15 @@ class MainScreenController : public QObject {
   void messageChanged();
   /// To be inserted at the cursor, in the place of the selection.
   void textPasted(const QString& text);
+  /// The picture gives what is selected in its editor, at once.
+  void selectionWanted();
 
  private:
   void handle(const MethodCall& call, MethodResult result);
   void pasteIntoEditor();
   void pasteText(const QString& pasted);
+  void handOverText(const Value& arguments);
+  void acceptText(const Value& arguments);
   void leaveNote();
   void open(Note note);
   void reload();
@@ -90,6 +104,7 @@ class MainScreenController : public QObject {
   Note current_;  ///< without an identifier until it has text
   std::optional<Note> deleted_;
   QString searchText_;
+  QString selection_;
   QString message_;
   bool showsSettings_ = false;
   bool hasEditor_ = false;
@@ -98,7 +113,10 @@ class MainScreenController : public QObject {
   FilePanel filePanel_;
   ClipboardTextReader readClipboardText_;
   PasteShortcut pasteShortcut_;
+  ServerSettings server_;
   MethodChannel channel_;
+  TextGenerator generator_;
+  HotkeySettings hotkeys_;
   LifetimeGuard guard_;
 };
 

@@ -25,6 +25,7 @@ Item {
     Connections {
         target: root.screen
         function onTextChanged() { root.apply() }
+        function onSelectionWanted() { root.screen.giveSelection(editor.selectedText) }
         function onTextPasted(text) {
             editor.remove(editor.selectionStart, editor.selectionEnd)
             editor.insert(editor.cursorPosition, text)

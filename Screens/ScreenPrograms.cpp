@@ -4,6 +4,7 @@
 #include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Screens/ClipboardScreenController.h"
 #include "Screens/MainScreenController.h"
+#include "Screens/TranslateScreenController.h"
 
 // Made by the build; named here so that the linker takes it out of the static library.
 extern void qml_register_types_Zephyx_Screens();
@@ -49,6 +50,9 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
   if (entryPoint == "clipboardMain")
     return std::make_unique<Program<ClipboardScreenController>>(std::move(services),
                                                                 view("ClipboardScreen.qml"));
+  if (entryPoint == "translateMain")
+    return std::make_unique<Program<TranslateScreenController>>(std::move(services),
+                                                                view("TranslateScreen.qml"));
   return nullptr;
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "Platform/UserDefaults.h"
+#include "Screens/Prompts.h"
 
 namespace zephyx {
 namespace {
@@ -14,6 +15,9 @@ namespace {
 constexpr auto historyLimitKey = "flutter.clipboardHistoryLimit";
 constexpr auto settingsShortcutKey = "flutter.localShortcut.openSettings.v1";
 constexpr auto shortcutUseKey = "flutter.shortcutUse.";
+constexpr auto translateDirectionKey = "flutter.ai.translateDirection";
+constexpr auto improveToneKey = "flutter.ai.improveTone";
+constexpr auto translateWideKey = "flutter.ai.translateWide";
 constexpr int defaultHistoryLimit = 500;
 
 struct Shortcut {
@@ -106,6 +110,39 @@ bool ScreenSettings::recordSettingsShortcut(int key, int modifiers) {
 void ScreenSettings::clearSettingsShortcut() {
   userDefaults_.removeObject(settingsShortcutKey);
   emit settingsShortcutChanged();
+}
+
+QString ScreenSettings::choice(const char* key, const QVariantList& choices) const {
+  const QString stored = QString::fromStdString(userDefaults_.string(key).value_or(""));
+  for (const QVariant& choice : choices)
+    if (choice.toMap()["id"] == stored) return stored;
+  return choices.front().toMap()["id"].toString();
+}
+
+QString ScreenSettings::translateDirection() const {
+  return choice(translateDirectionKey, directionChoices());
+}
+
+void ScreenSettings::setTranslateDirection(const QString& direction) {
+  userDefaults_.setString(translateDirectionKey, direction.toStdString());
+}
+
+QString ScreenSettings::improveTone() const {
+  return choice(improveToneKey, toneChoices());
+}
+
+void ScreenSettings::setImproveTone(const QString& tone) {
+  userDefaults_.setString(improveToneKey, tone.toStdString());
+}
+
+bool ScreenSettings::translateWide() const {
+  return userDefaults_.string(translateWideKey) == "yes";
+}
+
+void ScreenSettings::setTranslateWide(bool wide) {
+  if (wide == translateWide()) return;
+  userDefaults_.setString(translateWideKey, wide ? "yes" : "no");
+  emit translateWideChanged();
 }
 
 void ScreenSettings::countShortcutUse(std::int64_t id) {

@@ -3,6 +3,7 @@
 #include <QtQml/qqmlregistration.h>
 #include <QtCore/QObject>
 #include <QtCore/QString>
+#include <QtCore/QVariantList>
 #include <cstdint>
 
 namespace zephyx {
@@ -17,6 +18,7 @@ class ScreenSettings : public QObject {
   Q_PROPERTY(int historyLimit READ historyLimit WRITE setHistoryLimit NOTIFY historyLimitChanged)
   Q_PROPERTY(QString settingsShortcut READ settingsShortcut NOTIFY settingsShortcutChanged)
   Q_PROPERTY(bool hasSettingsShortcut READ hasSettingsShortcut NOTIFY settingsShortcutChanged)
+  Q_PROPERTY(bool translateWide READ translateWide NOTIFY translateWideChanged)
 
  public:
   static constexpr int minimumHistoryLimit = 10;
@@ -35,13 +37,25 @@ class ScreenSettings : public QObject {
   Q_INVOKABLE bool recordSettingsShortcut(int key, int modifiers);
   Q_INVOKABLE void clearSettingsShortcut();
 
+  /// One of `directionChoices` and one of `toneChoices`, by their "id".
+  QString translateDirection() const;
+  void setTranslateDirection(const QString& direction);
+  QString improveTone() const;
+  void setImproveTone(const QString& tone);
+  /// The translate panel shows the text and the result side by side.
+  bool translateWide() const;
+  void setTranslateWide(bool wide);
+
   void countShortcutUse(std::int64_t id);
 
  signals:
   void historyLimitChanged();
   void settingsShortcutChanged();
+  void translateWideChanged();
 
  private:
+  QString choice(const char* key, const QVariantList& choices) const;
+
   UserDefaults& userDefaults_;
 };
 

@@ -24,6 +24,7 @@ Item {
 
     Flickable {
         id: page
+        objectName: "settings"
         anchors {
             left: parent.left; right: parent.right; top: back.bottom; bottom: parent.bottom
             topMargin: 12; bottomMargin: 12
@@ -35,9 +36,11 @@ Item {
         Column {
             id: sections
             x: 24
-            width: Math.min(620, page.width - 48)
+            width: Math.min(660, page.width - 48)
             spacing: 22
 
+            ServerSection { server: root.screen.server }
+            HotkeySection { hotkeys: root.screen.hotkeys }
             SettingsSection {
                 title: "Clipboard history"
                 SettingsRow {
@@ -51,7 +54,7 @@ Item {
                 }
             }
             SettingsSection {
-                title: "Shortcuts"
+                title: "In this window"
                 SettingsRow {
                     title: "Open settings"
                     explanation: "Works in this window and stands beside the menu item."

@@ -5,6 +5,7 @@ Item {
 
     property string title
     property string explanation
+    property bool isProblem: false
     default property alias control: slot.data
 
     width: parent ? parent.width : 0
@@ -29,7 +30,7 @@ Item {
             width: parent.width
             visible: text.length > 0
             text: row.explanation
-            color: Theme.textFaint
+            color: row.isProblem ? Theme.danger : Theme.textFaint
             wrapMode: Text.Wrap
             font.pixelSize: Theme.smallSize
         }

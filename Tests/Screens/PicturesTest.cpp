@@ -5,6 +5,7 @@
 #include <QtGui/QImage>
 #include <QtGui/QPainter>
 
+#include "Screens/MainScreenController.h"
 #include "Tests/Screens/TestWorld.h"
 
 // The screens with the variety that they meet in use. With ZEPHYX_SCREEN_PICTURES set to a folder,
@@ -103,32 +104,20 @@ TEST(Pictures, ClipboardScreen) {
   ASSERT_TRUE(waitFor([&] { return world.child("entries")->property("count") == 11; }));
   world.press(Qt::Key_P, Qt::ControlModifier);
   world.press(Qt::Key_Down);
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("clipboard");
   world.press(Qt::Key_End);
   world.press(Qt::Key_P, Qt::ControlModifier);
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("clipboard-end");
   world.replies["clipboardCheckAccessibility"] = Value(false);
   world.call("clipboardPanelShown");
   world.press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("clipboard-permission");
   world.press(Qt::Key_Escape);
   world.type("example");
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("clipboard-search");
 }
 
@@ -142,26 +131,130 @@ TEST(Pictures, MainScreen) {
                                                               "newNote");
     world.program()->controller()->setProperty("text", QString::fromUtf8(text));
   }
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("main");
-  world.call("openSettings");
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
-  world.savePicture("main-settings");
   world.program()->controller()->setProperty("showsSettings", false);
   world.program()->controller()->metaObject()->invokeMethod(world.program()->controller(),
                                                             "deleteNote");
   world.click({40, 630});
-  waitFor([&, frame = 0]() mutable {
-    world.window()->update();
-    return ++frame > 15;
-  });
+  world.settlePicture();
   world.savePicture("main-menu");
+}
+
+Value hotkey(std::int32_t id, const char* display, std::int32_t modifiers, bool usual) {
+  return Map{{"id", id},
+             {"keyCode", 17},
+             {"modifiers", modifiers},
+             {"display", display},
+             {"isDefault", usual}};
+}
+
+TEST(Pictures, Settings) {
+  TestWorld world("main");
+  world.replies["hotkeysGet"] =
+      Value(List{hotkey(1, "⇧⌘Space", 0x300, true), hotkey(2, "⇧⌘V", 0x300, true),
+                 hotkey(3, "⌃⌥⌘T", 0x1900, true), hotkey(4, "⌃⌥⌘O", 0x1900, true),
+                 hotkey(5, "⌥⌘F", 0x0900, false), hotkey(6, "⌃⌥⌘L", 0x1900, true),
+                 hotkey(8, "⌃⌥⌘P", 0x1900, true), hotkey(9, "⌃⌥⌘K", 0x1900, true),
+                 hotkey(10, "⌃⌥⌘M", 0x1900, true)});
+  world.replies["hotkeyStartRecording"] = Value(Map{{"keyCode", 17}, {"modifiers", 0x300}});
+  world.replies["hotkeySet"] = MethodError{
+      "registrationFailed", "No se pudo registrar el atajo con macOS. Se mantuvo el anterior.", 3};
+  ASSERT_TRUE(world.showPicture(1000, 660));
+  auto* screen = qobject_cast<MainScreenController*>(world.program()->controller());
+  screen->server()->setAddress("http://models.example.org");
+  world.call("openSettings");
+  world.settlePicture();
+  world.savePicture("settings-server");
+  screen->server()->setAddress("https://models.example.org/v1");
+  screen->server()->setModel("large-writer-2");
+  screen->server()->storeKey("secret-secret");
+  ASSERT_TRUE(waitFor([&] { return screen->server()->hasKey(); }));
+  screen->hotkeys()->record(2);
+  ASSERT_TRUE(world.waitForCall("hotkeySet"));
+  world.settlePicture();
+  world.unanswered["hotkeyStartRecording"];
+  world.savePicture("settings-error");
+  world.child("settings")->setProperty("contentY", 210);
+  world.settlePicture();
+  world.savePicture("settings-error-scrolled");
+  screen->hotkeys()->record(4);
+  ASSERT_TRUE(waitFor([&] { return !world.unanswered["hotkeyStartRecording"].empty(); }));
+  world.settlePicture();
+  world.savePicture("settings-recording");
+}
+
+/// As the host does: the size of the panel follows what the screen asks for.
+void showSession(TestWorld& world, const char* mode, const std::string& text, const char* source) {
+  world.call("translatePanelShown");
+  world.call("translateShow", Map{{"text", text}, {"mode", mode}, {"source", source}});
+}
+
+void answer(TestWorld& world, const std::string& text) {
+  const auto gen = *world.callsOf("translateRequest").back().arguments.asMap()->find("gen");
+  std::string piece;
+  for (const char letter : text) {
+    piece += letter;
+    if (letter != ' ') continue;
+    world.call("translateToken", Map{{"token", std::exchange(piece, "")}, {"gen", gen}});
+  }
+  world.call("translateToken", Map{{"token", piece}, {"gen", gen}});
+}
+
+void endAnswer(TestWorld& world, const char* method, Map fields) {
+  fields.append("gen", *world.callsOf("translateRequest").back().arguments.asMap()->find("gen"));
+  world.call(method, fields);
+}
+
+constexpr auto letter =
+    "Sehr geehrte Frau Martín,\n\nvielen Dank für Ihren Brief vom dritten März, der uns heute "
+    "Morgen erreicht hat. Wir werden jede Ihrer Fragen beantworten, bitten aber um etwas Geduld, "
+    "weil die Unterlagen noch geprüft werden.\n\nMit freundlichen Grüßen\nAnna Weber";
+constexpr auto translated =
+    "Dear Ms Martín,\n\nThank you for your letter of the third of March, which reached us this "
+    "morning. We shall answer every one of your questions, but ask for a little patience, as the "
+    "documents are still being examined.\n\nYours sincerely\nAnna Weber";
+
+TEST(Pictures, TranslateScreen) {
+  for (const bool wide : {false, true}) {
+    TestWorld world("translateMain");
+    const QString suffix = wide ? "-wide" : "";
+    ASSERT_TRUE(world.showPicture(wide ? 1060 : 620, wide ? 640 : 580));
+    const auto save = [&](const char* name) {
+      world.settlePicture();
+      world.savePicture(QLatin1String(name) + suffix);
+    };
+    showSession(world, "translate", letter, "external");
+    save("translate-begins");
+    answer(world, std::string(translated).substr(0, 140));
+    save("translate-streaming");
+    answer(world, std::string(translated).substr(140));
+    endAnswer(world, "translateDone", {});
+    save("translate-done");
+    world.replies["translatePaste"] = Value("notTrusted");
+    world.press(Qt::Key_Return);
+    ASSERT_TRUE(world.waitForCall("translatePaste"));
+    save("translate-permission");
+    showSession(world, "improve", "i think we shuld meet tomorow, its importent", "editor");
+    answer(world, "I think we should meet tomorrow");
+    endAnswer(world, "translateError",
+              {{"message", "The connection was lost in the middle of the answer."},
+               {"code", "interrupted"}});
+    save("translate-lost");
+    showSession(world, "spelling", "teh quick brwon fox", "external");
+    endAnswer(world, "translateError",
+              {{"message",
+                "The server refused the key (401): Incorrect API key provided. You can find your "
+                "key in the account's settings."},
+               {"code", "refused"}});
+    save("translate-error");
+    showSession(world, "translate", "Guten Morgen", "external");
+    endAnswer(world, "translateError",
+              {{"message", "No AI server is set up yet."}, {"code", "not_configured"}});
+    save("translate-not-configured");
+    showSession(world, "translate", "", "external");
+    save("translate-empty");
+  }
 }
 
 }  // namespace

@@ -67,6 +67,8 @@ TestWorld::TestWorld(std::string entryPoint)
     const auto call = StandardMethodCodec::decodeCall(bytes);
     ASSERT_TRUE(call);
     calls.push_back(*call);
+    if (const auto open = unanswered.find(call->method); open != unanswered.end())
+      return open->second.push_back(std::move(reply));
     const auto answer = replies.find(call->method);
     reply(StandardMethodCodec::encodeReply(answer == replies.end() ? Value() : answer->second));
   });
@@ -83,7 +85,10 @@ void TestWorld::startProgram() {
         qApp, [text = clipboardText, answer = std::move(answer)] { answer(text); },
         Qt::QueuedConnection);
   };
-  program_ = makeScreenProgram(entryPoint_, {screen_, defaults, directories_, readClipboardText});
+  program_ = makeScreenProgram(
+      entryPoint_,
+      {screen_, defaults, directories_, readClipboardText,
+       [this](std::string text) { writtenTexts.push_back(std::move(text)); }, &keychain});
 }
 
 void TestWorld::stopProgram() {
@@ -161,13 +166,21 @@ void TestWorld::click(QPointF position) {
 void TestWorld::savePicture(const QString& name) {
   const QString folder = qEnvironmentVariable("ZEPHYX_SCREEN_PICTURES");
   if (folder.isEmpty()) return;
-  const auto frames = callsOf("clipboardUpdateCardFrames");
+  auto frames = callsOf("clipboardUpdateCardFrames");
+  if (frames.empty()) frames = callsOf("translateUpdateCardFrames");
   Wallpaper wallpaper(frames.empty() ? Value() : frames.back().arguments);
   wallpaper.setParentItem(window_->contentItem());
   wallpaper.setSize(picture_->size());
   wallpaper.stackBefore(picture_.get());
   const QImage image = window_->grabWindow();
   image.save(folder + '/' + name + QStringLiteral("@%1x.png").arg(image.devicePixelRatio()));
+}
+
+void TestWorld::settlePicture() {
+  waitFor([&, frame = 0]() mutable {
+    window_->update();
+    return ++frame > 15;
+  });
 }
 
 Map capturedText(const std::string& text) {

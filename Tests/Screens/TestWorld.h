@@ -18,6 +18,7 @@
 #include "Platform/Directories.h"
 #include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Platform/UserDefaults.h"
+#include "Tests/Screens/TestKeychain.h"
 #include "Tests/Screens/TestMessenger.h"
 
 namespace zephyx {
@@ -69,6 +70,8 @@ class TestWorld {
   bool waitForCall(const std::string& method, std::size_t count = 1);
   /// What the host answers; null to what is not here.
   std::map<std::string, MethodReply> replies;
+  /// Calls of these are kept unanswered.
+  std::map<std::string, std::vector<BinaryReply>> unanswered;
 
   QQuickItem* showPicture(int width, int height);
   QQuickWindow* window() { return window_.get(); }
@@ -77,10 +80,15 @@ class TestWorld {
   void type(const QString& text);
   void click(QPointF position);
   void savePicture(const QString& name);
+  /// Draws until everything stands where it belongs.
+  void settlePicture();
 
   TestDefaults defaults;
   /// What the clipboard holds; nothing for something else than text.
   std::optional<std::string> clipboardText;
+  /// What the program put on the clipboard.
+  std::vector<std::string> writtenTexts;
+  TestKeychain keychain;
 
  private:
   QTemporaryDir directory_;

@@ -12,6 +12,7 @@
 namespace zephyx {
 
 class Directories;
+class Keychain;
 class UserDefaults;
 
 /// Reads the clipboard's plain text and answers on the main thread, never inside the call: nothing
@@ -26,6 +27,9 @@ struct ScreenServices {
   UserDefaults& userDefaults;                  ///< shared preferences, keys begin with "flutter."
   Directories& directories;
   ClipboardTextReader readClipboardText;
+  /// Puts plain text on the clipboard, as the host's own.
+  std::function<void(std::string)> writeClipboardText = {};
+  Keychain* keychain = nullptr;  ///< null where there is none
 };
 
 /// The program that runs in an engine from its entry point on, with or without a picture. Main
@@ -40,8 +44,8 @@ class ScreenProgram {
   virtual QObject* controller() = 0;
 };
 
-/// Starts the named entry point ("main", "clipboardMain"); null when there is none of that name.
-/// Defined by the library that holds the screens.
+/// Starts the named entry point ("main", "clipboardMain", "translateMain"); null when there is none
+/// of that name. Defined by the library that holds the screens.
 std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
                                                  ScreenServices services);
 
