@@ -6,6 +6,7 @@
 #include <QtNetwork/QNetworkAccessManager>
 #include <QtNetwork/QNetworkReply>
 #include <QtNetwork/QNetworkRequest>
+#include <algorithm>
 #include <utility>
 
 #include "Screens/TextCleaning.h"
@@ -15,6 +16,8 @@ namespace {
 
 constexpr qsizetype bufferSize = 64 * 1'024;
 constexpr qsizetype longestRefusal = 16 * 1'024;
+/// For the rest of an answer that is an error in any case.
+constexpr auto refusalTime = std::chrono::milliseconds(3'000);
 constexpr qsizetype longestReceived = 64 * 1'024 * 1'024;
 constexpr qsizetype longestText = 400'000;
 constexpr qsizetype longestWords = 240;
@@ -76,6 +79,7 @@ ChatStream::ChatStream(QNetworkAccessManager& network, const ChatServer& server,
       events_([this](const QByteArray& data) { return take(data); }) {
   timer_.setSingleShot(true);
   connect(&timer_, &QTimer::timeout, this, [this] {
+    if (!refusal_.isEmpty()) return failStatus();
     fail("timeout", sent_ ? tr("The server at %1 stopped answering.").arg(host_)
                           : tr("The server at %1 does not answer.").arg(host_));
   });
@@ -110,8 +114,8 @@ int ChatStream::status() const {
 
 void ChatStream::read() {
   if (ended_) return;
-  timer_.start(patience_.silence);
   if (const int code = status(); code < 200 || code > 299) return readRefusal();
+  timer_.start(patience_.silence);
   while (!ended_ && reply_->bytesAvailable() > 0) {
     const QByteArray bytes = reply_->read(bufferSize);
     received_ += bytes.size();
@@ -121,8 +125,13 @@ void ChatStream::read() {
 }
 
 void ChatStream::readRefusal() {
-  refusal_ += reply_->read(longestRefusal - refusal_.size());
-  if (refusal_.size() >= longestRefusal) failStatus();
+  if (refusal_.isEmpty()) timer_.start(std::min(refusalTime, patience_.silence));
+  while (!ended_ && reply_->bytesAvailable() > 0) {
+    const QByteArray bytes = reply_->read(bufferSize);
+    received_ += bytes.size();
+    refusal_ += bytes.left(longestRefusal - refusal_.size());
+    if (received_ > longestReceived) failStatus();
+  }
 }
 
 void ChatStream::end() {

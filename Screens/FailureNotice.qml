@@ -43,8 +43,8 @@ Column {
         visible: notice.unset
         horizontalAlignment: Text.AlignHCenter
         text: "Open Zephyx, choose Settings (" + notice.screen.settings.settingsShortcut
-            + ") and enter the address of a server under “AI server”. A server on this computer, "
-            + "such as http://localhost:8080, needs no key."
+            + ") and enter the address under “AI server”.\nOne on this computer, such as "
+            + "localhost:8080, needs no key."
         color: Theme.textFaint
         wrapMode: Text.Wrap
         lineHeight: 1.15

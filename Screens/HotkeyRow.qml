@@ -107,6 +107,7 @@ Item {
         anchors { right: parent.right; rightMargin: 12; verticalCenter: parent.verticalCenter }
         opacity: row.usual ? 0 : 1
         enabled: !row.usual
+        Accessible.ignored: row.usual
         symbol: "restart"
         label: "Back to the usual combination for " + row.name
         onClicked: row.hotkeys.reset(row.index)

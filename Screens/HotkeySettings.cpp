@@ -173,7 +173,7 @@ void HotkeySettings::record(int row) {
 }
 
 void HotkeySettings::takeRecording(std::int64_t id, const MethodReply& reply) {
-  const bool isLate = recordingTime_.hasExpired(timeout_.count());
+  const bool isLate = recordingTime_.elapsed() >= timeout_.count();
   const int row = recordingRow_;
   endRecording();
   const auto* value = std::get_if<Value>(&reply);

@@ -59,7 +59,7 @@ Item {
             onClicked: bar.screen.acceptToEditor()
         }
         PushButton {
-            label: bar.primary === "run" ? "Run" : bar.screen.fromEditor ? "Into the note" : "Paste"
+            label: bar.screen.phase === "failed" ? "Try again" : bar.primary === "run" ? "Run" : bar.screen.fromEditor ? "Into the note" : "Paste"
             keys: "↵"
             primary: true
             enabled: bar.primary === "run" ? bar.screen.text.trim().length > 0 : bar.ready

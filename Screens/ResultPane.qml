@@ -138,7 +138,7 @@ TextPane {
         Text {
             width: parent.width
             horizontalAlignment: Text.AlignHCenter
-            text: "Select a text and press the hotkey again, or type one into the field above."
+            text: "Select a text and press the hotkey again, or type one into the other field."
             color: Theme.textFaint
             wrapMode: Text.Wrap
             font.pixelSize: Theme.smallSize

@@ -22,6 +22,21 @@ Item {
         font.weight: Font.DemiBold
     }
 
+    // What the keyboard comes to scrolls into sight.
+    Connections {
+        target: root.Window.window
+        function onActiveFocusItemChanged() {
+            const item = root.Window.activeFocusItem
+            for (let parent = item; parent; parent = parent.parent) {
+                if (parent !== sections) continue
+                const top = item.mapToItem(sections, 0, 0).y
+                page.contentY = Math.max(0, Math.min(top - 40,
+                    Math.max(page.contentY, top + item.height + 40 - page.height)))
+                return
+            }
+        }
+    }
+
     Flickable {
         id: page
         objectName: "settings"

@@ -28,6 +28,11 @@ TextGenerator::TextGenerator(ServerSettings& settings, MethodChannel& channel)
   network_.setProxy(QNetworkProxy::NoProxy);
 }
 
+// The network takes its replies with it, so the request ends first.
+TextGenerator::~TextGenerator() {
+  delete stream_;
+}
+
 void TextGenerator::translate(const Value& arguments) {
   const Map* map = arguments.asMap();
   const Value* number = map ? map->find("gen") : nullptr;

@@ -18,6 +18,7 @@ class TextGenerator : public QObject {
  public:
   /// Both outlive the generator.
   TextGenerator(ServerSettings& settings, MethodChannel& channel);
+  ~TextGenerator() override;
 
   /// A newer generation ends the older one, which says nothing any more.
   void translate(const Value& arguments);

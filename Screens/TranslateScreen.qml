@@ -174,7 +174,7 @@ FocusScope {
                 width: root.wide ? (parent.width - 10) / 2 : parent.width
                 height: root.wide ? parent.height
                     : Math.max(82, Math.min(wantedHeight, parent.height * 0.38))
-                title: root.screen.fromEditor ? "From your note" : "Selected text"
+                title: root.screen.phase === "empty" ? "Text" : root.screen.fromEditor ? "From your note" : "Selected text"
                 placeholder: "Type a text here"
                 onKeyPressed: event => root.handleKey(event)
                 edit.onTextChanged: root.screen.text = edit.text

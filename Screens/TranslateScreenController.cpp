@@ -277,7 +277,8 @@ void TranslateScreenController::dismiss() {
 
 void TranslateScreenController::setVisible(bool visible) {
   visible_ = visible;
-  if (!visible) stop();
+  // A key that comes before the host's word at the next showing must not act on this session.
+  if (!visible) beginSession({});
 }
 
 void TranslateScreenController::setWide(bool wide) {

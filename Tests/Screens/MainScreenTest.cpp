@@ -115,6 +115,28 @@ TEST_F(MainScreenTest, PastesTheClipboardsTextAtTheCursor) {
   }
 }
 
+TEST_F(MainScreenTest, HandsItsTextToTheAiActionsAndTakesTheResult) {
+  const auto handedOver = [&](std::size_t number) {
+    world.call("headlessCaptureEditor", Map{{"mode", "improve"}});
+    EXPECT_TRUE(world.waitForCall("headlessShowEditorText", number));
+    return world.callsOf("headlessShowEditorText").back().arguments;
+  };
+  world.call("headlessAcceptToEditor", Map{{"text", "one\ntwo three"}});
+  EXPECT_EQ(titles(), QStringList{"one"}) << "a new note, written at once";
+  EXPECT_EQ(handedOver(1), Value(Map{{"text", "one\ntwo three"}, {"mode", "improve"}}));
+
+  ASSERT_TRUE(world.showPicture(900, 600));
+  auto* editor = world.child("editor");
+  QMetaObject::invokeMethod(editor, "select", Q_ARG(int, 2), Q_ARG(int, 7));
+  EXPECT_EQ(handedOver(2), Value(Map{{"text", "e\ntwo"}, {"mode", "improve"}}));
+  world.window()->hide();
+  world.call("headlessAcceptToEditor", Map{{"text", "ly"}});
+  EXPECT_EQ(screen()->text(), "only three") << "over the selection";
+  for (const Value& nothing : {Value(), Value(Map{{"text", 3}}), Value(Map{{"text", ""}})})
+    EXPECT_EQ(world.call("headlessAcceptToEditor", nothing), MethodReply(Value()));
+  EXPECT_EQ(handedOver(3), Value(Map{{"text", "only three"}, {"mode", "improve"}}));
+}
+
 TEST_F(MainScreenTest, ExportsAllNotesAndImportsThemOnce) {
   write("One\n\nwith “signs” and \t");
   write("Two");

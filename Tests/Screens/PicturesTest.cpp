@@ -227,6 +227,8 @@ TEST(Pictures, TranslateScreen) {
     showSession(world, "translate", letter, "external");
     save("translate-begins");
     answer(world, std::string(translated).substr(0, 140));
+    auto* edit = world.child("result")->property("edit").value<QObject*>();
+    EXPECT_TRUE(waitFor([&] { return edit->property("length").toInt() > 130; }));
     save("translate-streaming");
     answer(world, std::string(translated).substr(140));
     endAnswer(world, "translateDone", {});
