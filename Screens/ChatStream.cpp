@@ -33,6 +33,8 @@ QNetworkRequest makeRequest(const ChatServer& server) {
   // What goes out is meant for this server alone.
   request.setAttribute(QNetworkRequest::RedirectPolicyAttribute,
                        QNetworkRequest::ManualRedirectPolicy);
+  // Its many requests share one connection, which would stay when a request is ended.
+  request.setAttribute(QNetworkRequest::Http2AllowedAttribute, false);
   for (const auto attribute :
        {QNetworkRequest::CookieLoadControlAttribute, QNetworkRequest::CookieSaveControlAttribute,
         QNetworkRequest::AuthenticationReuseAttribute})

@@ -114,7 +114,7 @@ TextPane {
     FailureNotice {
         parent: pane
         anchors.centerIn: parent
-        width: Math.min(parent.width - 48, 430)
+        width: Math.min(parent.width - 48, 470)
         visible: pane.failed && !pane.screen.hasResult
         screen: pane.screen
     }

@@ -173,7 +173,8 @@ void TestWorld::savePicture(const QString& name) {
   wallpaper.setSize(picture_->size());
   wallpaper.stackBefore(picture_.get());
   const QImage image = window_->grabWindow();
-  image.save(folder + '/' + name + QStringLiteral("@%1x.png").arg(image.devicePixelRatio()));
+  image.save(folder + '/' + name +
+             QStringLiteral("@%1x.png").arg(window_->effectiveDevicePixelRatio()));
 }
 
 void TestWorld::settlePicture() {

@@ -199,6 +199,33 @@ TEST_F(TranslateScreenTest, AnotherLanguageToneOrTextRunsAgainAndChoicesAreRemem
   EXPECT_EQ(argument("translateRequest", "direction"), Value("auto-es"));
 }
 
+TEST_F(TranslateScreenTest, TheKeyboardReachesEverythingAndTheTextsStayWhole) {
+  ASSERT_TRUE(world.showPicture(620, 580));
+  show("one\ntwo");
+  finish("uno\ndos");
+  QStringList reached;
+  for (int step = 0; step < 20; ++step) {
+    world.press(Qt::Key_Tab);
+    const auto* item = world.window()->activeFocusItem();
+    const QString label = item->property("label").toString();
+    if (reached.contains(label) && !label.isEmpty()) break;
+    reached << label;
+  }
+  for (const char* label : {"Run again (Ctrl R)", "Side by side (Ctrl B)", "Close (Esc)", "English",
+                            "Portuguese", "Close", "Copy", "Add to note", "Paste"})
+    EXPECT_TRUE(reached.contains(label)) << label;
+  EXPECT_TRUE(shows("source", "one\ntwo"));
+
+  auto* source = world.child("source")->property("edit").value<QQuickItem*>();
+  source->forceActiveFocus();
+  QMetaObject::invokeMethod(source, "select", Q_ARG(int, 0), Q_ARG(int, 3));
+  world.press(Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(world.writtenTexts, std::vector<std::string>{"one"});
+  world.press(Qt::Key_Return, Qt::ShiftModifier);
+  EXPECT_TRUE(shows("source", "\n\ntwo")) << "a new line in the text";
+  EXPECT_TRUE(world.callsOf("translatePaste").empty());
+}
+
 TEST_F(TranslateScreenTest, ReportsItsCardAndAsksForItsSize) {
   ASSERT_TRUE(world.showPicture(620, 580));
   show("Hola");
