@@ -46,8 +46,9 @@ class EventMonitors {
                                                      std::function<bool(const Event&)> handler) = 0;
 
   /// While the registration lives, keys that are pressed reach this process's own windows alone,
-  /// the system's shortcuts included. Empty where the system does not let a program have that, or
-  /// another program has the keyboard.
+  /// the system's shortcuts included. A keyboard that another program has at the moment is taken as
+  /// soon as that one gives it back. Empty where the system does not let a program have it. Keys
+  /// that are down when the registration ends come here until they are released.
   [[nodiscard]] virtual Registration captureKeyboard() = 0;
 };
 

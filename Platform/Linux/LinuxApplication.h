@@ -30,6 +30,7 @@ class LinuxApplication final : public Application {
   std::vector<std::shared_ptr<Window>> windows() const override;
   std::shared_ptr<Window> keyWindow() const override;
   bool hasVisibleSavePanel() const override;
+  bool isActive() const override { return keyTracker_.isActive(); }
   void activateIgnoringOtherApps() override;
 
  private:

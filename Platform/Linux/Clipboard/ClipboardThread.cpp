@@ -51,11 +51,11 @@ void ClipboardThread::run(ClipboardWorker& worker) {
     wake_.lower();
     if (isStopping_ || !worker.isConnected()) break;
     for (const auto& command : takeCommands()) command(worker);
-    auto finished = worker.step();
-    if (!finished.empty()) {
+    auto news = worker.step();
+    if (!news.empty()) {
       {
         const std::lock_guard lock(mutex_);
-        std::move(finished.begin(), finished.end(), std::back_inserter(copies_));
+        std::move(news.begin(), news.end(), std::back_inserter(news_));
       }
       announcement_.raise();
     }
@@ -71,13 +71,14 @@ void ClipboardThread::close() {
   dropped.swap(commands_);
 }
 
-void ClipboardThread::post(Command command) {
+bool ClipboardThread::post(Command command) {
   {
     const std::lock_guard lock(mutex_);
-    if (isClosed_) return;
+    if (isClosed_) return false;
     commands_.push_back(std::move(command));
   }
   wake_.raise();
+  return true;
 }
 
 std::vector<ClipboardThread::Command> ClipboardThread::takeCommands() {
@@ -85,12 +86,12 @@ std::vector<ClipboardThread::Command> ClipboardThread::takeCommands() {
   return std::exchange(commands_, {});
 }
 
-std::optional<CopySnapshot> ClipboardThread::takeCopy() {
+std::optional<ClipboardNews> ClipboardThread::takeNews() {
   const std::lock_guard lock(mutex_);
-  if (copies_.empty()) return std::nullopt;
-  auto copy = std::move(copies_.front());
-  copies_.pop_front();
-  return copy;
+  if (news_.empty()) return std::nullopt;
+  auto next = std::move(news_.front());
+  news_.pop_front();
+  return next;
 }
 
 void ClipboardThread::setPlan(PasteboardReadPlan plan) {
@@ -116,6 +117,17 @@ std::future<bool> ClipboardThread::ownPrimary(std::shared_ptr<const OwnedContent
     worker.ownPrimary(contents, [result](bool isOwner) { result->set_value(isOwner); });
   });
   return future;
+}
+
+std::uint64_t ClipboardThread::save() {
+  const auto question = ++lastQuestion_;
+  const bool isPosted =
+      post([question](ClipboardWorker& worker) { worker.copies().save(question); });
+  return isPosted ? question : 0;
+}
+
+bool ClipboardThread::takeSelectedText(xcb_window_t window) {
+  return post([window](ClipboardWorker& worker) { worker.takeSelectedText(window); });
 }
 
 std::optional<SelectionPayload> ClipboardThread::fetch(std::uint64_t number,

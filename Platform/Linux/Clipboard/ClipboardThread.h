@@ -29,15 +29,20 @@ class ClipboardThread {
   void stop();
   bool announcesChanges() const { return thread_.joinable(); }
 
-  /// Readable when copies have been read.
+  /// Readable when there is news.
   const EventFd& announcement() const { return announcement_; }
-  /// The next copy of another program, in order.
-  std::optional<CopySnapshot> takeCopy();
+  /// The next copy of another program, or answer to `save`, in order.
+  std::optional<ClipboardNews> takeNews();
 
   void setPlan(PasteboardReadPlan plan);
   /// The future gives whether it worked; or an exception when the thread ended before.
   std::future<bool> own(std::shared_ptr<const OwnedContents> contents, std::uint64_t writeNumber);
   std::future<bool> ownPrimary(std::shared_ptr<const OwnedContents> contents);
+  /// Asks for everything of the newest copy; the number under which the news has it. 0 when there
+  /// will be no answer.
+  std::uint64_t save();
+  /// As `ClipboardWorker::takeSelectedText`; what it finds is news.
+  bool takeSelectedText(xcb_window_t window);
 
   // These wait for the clipboard's owner, as long as the deadlines allow. Not on the main thread.
   std::optional<SelectionPayload> fetch(std::uint64_t number, const TypeOffer& offer);
@@ -46,7 +51,7 @@ class ClipboardThread {
  private:
   using Command = std::function<void(ClipboardWorker&)>;
 
-  void post(Command command);
+  bool post(Command command);
   std::vector<Command> takeCommands();
   void run(ClipboardWorker& worker);
   void close();
@@ -57,7 +62,8 @@ class ClipboardThread {
   std::mutex mutex_;
   bool isClosed_ = false;
   std::vector<Command> commands_;
-  std::deque<CopySnapshot> copies_;
+  std::deque<ClipboardNews> news_;
+  std::atomic<std::uint64_t> lastQuestion_{0};
   std::thread thread_;
 };
 

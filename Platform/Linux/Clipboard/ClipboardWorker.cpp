@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <limits>
+#include <optional>
 #include <utility>
 
 namespace zephyx {
@@ -12,6 +14,11 @@ namespace {
 
 // So that a flood of events does not keep announced copies from being asked about.
 constexpr int mostEventsInOneStep = 256;
+
+constexpr std::uint64_t notOnTheClipboard = std::numeric_limits<std::uint64_t>::max();
+// Shorter than the host waits for a copy: a later one would look like one that the user made.
+constexpr FetchPatience selectedTextPatience{std::chrono::milliseconds(300),
+                                             std::chrono::milliseconds(300)};
 
 template <typename Event>
 const Event& as(const xcb_generic_event_t& event) {
@@ -58,8 +65,10 @@ ClipboardWorker::ClipboardWorker(std::unique_ptr<X11Connection> connection)
       reader_(connection_->get(), connection_->root(), clipboard_, connection_->atom("INCR"),
               connection_->atom("ZEPHYX_SELECTION")),
       reading_{*connection_, names_, reader_},
-      copies_(reading_, subscribe(connection_->get(), server_.window(), clipboard_),
-              server_.window()) {}
+      copies_(reading_, subscribe(connection_->get(), server_.window(), clipboard_)),
+      primaryReader_(connection_->get(), connection_->root(), XCB_ATOM_PRIMARY,
+                     connection_->atom("INCR"), connection_->atom("ZEPHYX_SELECTION")),
+      primaryReading_{*connection_, names_, primaryReader_} {}
 
 void ClipboardWorker::own(std::shared_ptr<const OwnedContents> contents, std::uint64_t writeNumber,
                           std::function<void(bool isOwner)> done) {
@@ -71,7 +80,34 @@ void ClipboardWorker::ownPrimary(std::shared_ptr<const OwnedContents> contents,
   server_.own({XCB_ATOM_PRIMARY, std::move(contents), 0, std::move(done)});
 }
 
-std::vector<CopySnapshot> ClipboardWorker::step() {
+void ClipboardWorker::takeSelectedText(xcb_window_t window) {
+  const auto owner = ownerOf(connection_->get(), XCB_ATOM_PRIMARY);
+  if (!haveSameClient(connection_->get(), owner, window)) return;
+  const TypeOffer text{
+      pasteboardType::string, {selectionTarget::utf8String, selectionTarget::latin1String}, true};
+  fetchType(
+      primaryReading_, {.owner = owner}, text,
+      [this, text](FetchedType fetched) {
+        if (!fetched.payload) return;
+        CopySnapshot snapshot;
+        snapshot.number = notOnTheClipboard;
+        snapshot.ownWritesSeen = ownWritesSeen_;
+        snapshot.offers = {text};
+        snapshot.payloads[text.type] = std::move(*fetched.payload);
+        selectedTexts_.push_back(std::move(snapshot));
+      },
+      selectedTextPatience);
+}
+
+std::vector<ClipboardNews> ClipboardWorker::takeNews() {
+  std::vector<ClipboardNews> news;
+  for (auto& each : copies_.takeFinished()) news.emplace_back(std::move(each));
+  for (auto& each : std::exchange(selectedTexts_, {})) news.emplace_back(std::move(each));
+  for (auto& each : copies_.takeSaved()) news.emplace_back(std::move(each));
+  return news;
+}
+
+std::vector<ClipboardNews> ClipboardWorker::step() {
   for (int handled = 0; handled < mostEventsInOneStep; ++handled) {
     const auto event = nextEvent_
                            ? std::move(nextEvent_)
@@ -82,17 +118,20 @@ std::vector<CopySnapshot> ClipboardWorker::step() {
   copies_.startReading();
   const auto now = ClipboardClock::now();
   reader_.expire(now);
+  primaryReader_.expire(now);
   server_.expire(now);
-  return copies_.takeFinished();
+  return takeNews();
 }
 
 void ClipboardWorker::handle(const xcb_generic_event_t& event) {
   const auto kind = event.response_type & 0x7F;  // the highest bit marks events that were sent
   switch (kind) {
     case XCB_SELECTION_NOTIFY:
-      return reader_.handle(as<xcb_selection_notify_event_t>(event));
+      reader_.handle(as<xcb_selection_notify_event_t>(event));
+      return primaryReader_.handle(as<xcb_selection_notify_event_t>(event));
     case XCB_PROPERTY_NOTIFY:
       reader_.handle(as<xcb_property_notify_event_t>(event));
+      primaryReader_.handle(as<xcb_property_notify_event_t>(event));
       return server_.handle(as<xcb_property_notify_event_t>(event));
     case XCB_SELECTION_REQUEST:
       return server_.handle(as<xcb_selection_request_event_t>(event));
@@ -112,14 +151,20 @@ void ClipboardWorker::handleOwnerEvent(const xcb_generic_event_t& event) {
     // Nothing was copied; what was there is gone.
     return reader_.ownerEnded(copies_.newestOwner());
   }
-  if (notice.owner == server_.window()) ownWritesSeen_ = server_.lastWrite(clipboard_);
-  copies_.ownerChanged({notice.owner, notice.selection_timestamp, event.full_sequence},
+  const bool isOwn =
+      notice.owner == server_.window() ||
+      (notice.owner == XCB_NONE && server_.hasReleased(clipboard_, event.full_sequence));
+  if (isOwn) ownWritesSeen_ = server_.lastWrite(clipboard_);
+  copies_.ownerChanged({notice.owner, notice.selection_timestamp, event.full_sequence, isOwn},
                        ownWritesSeen_);
 }
 
 int ClipboardWorker::millisecondsToWait() const {
-  auto next = reader_.nextDeadline();
-  if (const auto other = server_.nextDeadline()) next = next ? std::min(*next, *other) : *other;
+  std::optional<ClipboardClock::time_point> next;
+  for (const auto& each : {reader_.nextDeadline(), primaryReader_.nextDeadline(),
+                           server_.nextDeadline(), copies_.nextDeadline()}) {
+    if (each) next = next ? std::min(*next, *each) : each;
+  }
   if (!next) return -1;
   const auto left = std::chrono::ceil<std::chrono::milliseconds>(*next - ClipboardClock::now());
   return static_cast<int>(std::max<std::chrono::milliseconds::rep>(left.count(), 0));

@@ -27,8 +27,12 @@ class ClipboardWorker {
   void ownPrimary(std::shared_ptr<const OwnedContents> contents,
                   std::function<void(bool isOwner)> done);
 
-  /// Handles what has arrived and what has become due; returns the copies that are read.
-  std::vector<CopySnapshot> step();
+  /// Takes the text that is selected in the program of `window` as if that program had copied it.
+  /// Nothing happens when none is, or when the program does not answer at once.
+  void takeSelectedText(xcb_window_t window);
+
+  /// Handles what has arrived and what has become due; returns what is to be told.
+  std::vector<ClipboardNews> step();
   /// Sleeps until something arrives, something is due, or `descriptor` becomes readable.
   void wait(int descriptor);
 
@@ -37,6 +41,7 @@ class ClipboardWorker {
 
   void handle(const xcb_generic_event_t& event);
   void handleOwnerEvent(const xcb_generic_event_t& event);
+  std::vector<ClipboardNews> takeNews();
   int millisecondsToWait() const;
 
   std::unique_ptr<X11Connection> connection_;
@@ -47,6 +52,9 @@ class ClipboardWorker {
   SelectionReader reader_;
   ClipboardReading reading_;
   CopyQueue copies_;
+  SelectionReader primaryReader_;
+  ClipboardReading primaryReading_;
+  std::vector<CopySnapshot> selectedTexts_;
   std::uint64_t ownWritesSeen_ = 0;
   XReply<xcb_generic_event_t> nextEvent_;
 };

@@ -1,24 +1,25 @@
 #include "Platform/Linux/Clipboard/CopyQueue.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace zephyx {
 
-CopyQueue::CopyQueue(const ClipboardReading& reading, xcb_window_t owner, xcb_window_t ownWindow)
-    : reading_(reading), ownWindow_(ownWindow) {
+CopyQueue::CopyQueue(const ClipboardReading& reading, xcb_window_t owner) : reading_(reading) {
   newest_.owner = owner;
 }
 
 bool CopyQueue::isNewest(std::uint64_t number) const {
-  return number == newestNumber_ && newest_.owner != ownWindow_ && newest_.owner != XCB_NONE;
+  return number == newestNumber_ && !newest_.isOwn && newest_.owner != XCB_NONE;
 }
 
 void CopyQueue::ownerChanged(const OwnerChange& change, std::uint64_t ownWritesSeen) {
   for (const auto& copy : copies_) copy->supersede();
   for (const auto& each : waiting_) each.reader->supersede();
+  for (const auto& each : savings_) each.saver->supersede();
   reading_.selection.ownerChanged(change);
   newest_ = change;
-  if (change.owner == ownWindow_) return;
+  if (change.isOwn) return;
   CopySnapshot snapshot;
   snapshot.number = ++newestNumber_;
   snapshot.ownWritesSeen = ownWritesSeen;
@@ -46,6 +47,32 @@ std::vector<CopySnapshot> CopyQueue::takeFinished() {
     copies_.pop_front();
   }
   return finished;
+}
+
+void CopyQueue::save(std::uint64_t question) {
+  auto saver = std::make_shared<TargetSaver>(reading_, newest_);
+  saver->start();
+  savings_.push_back({question, std::move(saver)});
+}
+
+std::vector<SavedCopy> CopyQueue::takeSaved() {
+  const auto now = ClipboardClock::now();
+  std::vector<SavedCopy> saved;
+  std::erase_if(savings_, [&](const Saving& each) {
+    const bool isReady = each.saver->isFinished() && (copies_.empty() || each.saver->end() <= now);
+    if (isReady) saved.push_back({each.question, each.saver->takeTargets()});
+    return isReady;
+  });
+  return saved;
+}
+
+std::optional<ClipboardClock::time_point> CopyQueue::nextDeadline() const {
+  std::optional<ClipboardClock::time_point> next;
+  for (const auto& each : savings_) {
+    if (!each.saver->isFinished()) continue;
+    next = next ? std::min(*next, each.saver->end()) : each.saver->end();
+  }
+  return next;
 }
 
 void CopyQueue::fetch(std::uint64_t number, const TypeOffer& offer, FetchCompletion completion) {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Platform/Linux/Clipboard/CopyReader.h"
+#include "Platform/Linux/Clipboard/TargetSaver.h"
 
 namespace zephyx {
 
@@ -15,7 +16,7 @@ namespace zephyx {
 class CopyQueue {
  public:
   /// `owner` is who owned the clipboard when the server's words about changes began.
-  CopyQueue(const ClipboardReading& reading, xcb_window_t owner, xcb_window_t ownWindow);
+  CopyQueue(const ClipboardReading& reading, xcb_window_t owner);
 
   void setPlan(std::shared_ptr<const PasteboardReadPlan> plan) { plan_ = std::move(plan); }
 
@@ -26,6 +27,14 @@ class CopyQueue {
   void startReading();
   /// Those that are finished and have no unfinished one before them, oldest first.
   std::vector<CopySnapshot> takeFinished();
+
+  /// Fetches everything of the newest copy; nothing when the clipboard is empty or the host's own.
+  void save(std::uint64_t question);
+  /// What was saved, once every copy that was made until then has been taken, or has had as long as
+  /// the saving itself.
+  std::vector<SavedCopy> takeSaved();
+  /// When `takeSaved` has something to give even though nothing has arrived.
+  std::optional<ClipboardClock::time_point> nextDeadline() const;
 
   using FetchCompletion = std::function<void(std::optional<SelectionPayload>)>;
   /// Gives nothing unless the copy is still the newest contents. `completion` is dropped uncalled
@@ -42,15 +51,20 @@ class CopyQueue {
     SnapshotCompletion completion;
   };
 
+  struct Saving {
+    std::uint64_t question;
+    std::shared_ptr<TargetSaver> saver;
+  };
+
   bool isNewest(std::uint64_t number) const;
 
   const ClipboardReading& reading_;
-  xcb_window_t ownWindow_;
   OwnerChange newest_;
   std::uint64_t newestNumber_ = 0;
   std::shared_ptr<const PasteboardReadPlan> plan_ = std::make_shared<PasteboardReadPlan>();
   std::deque<std::shared_ptr<CopyReader>> copies_;
   std::vector<Waiting> waiting_;
+  std::vector<Saving> savings_;
 };
 
 }  // namespace zephyx

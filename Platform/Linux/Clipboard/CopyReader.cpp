@@ -1,8 +1,6 @@
 #include "Platform/Linux/Clipboard/CopyReader.h"
 
 #include <algorithm>
-#include <chrono>
-#include <cstring>
 #include <utility>
 #include <vector>
 
@@ -10,20 +8,6 @@
 
 namespace zephyx {
 namespace {
-
-using Outcome = ConversionAnswer::Outcome;
-
-constexpr std::chrono::seconds typesPatience(1);
-constexpr std::size_t mostTypesBytes = 64 * 1024;
-constexpr std::size_t mostTargets = 1024;
-
-std::vector<xcb_atom_t> atomsOf(const ConversionAnswer& answer) {
-  if (answer.outcome != Outcome::Answered || answer.format != 32) return {};
-  const auto bytes = viewOf(answer.payload);
-  std::vector<xcb_atom_t> atoms(std::min(bytes.size() / sizeof(xcb_atom_t), mostTargets));
-  if (!atoms.empty()) std::memcpy(atoms.data(), bytes.data(), atoms.size() * sizeof(xcb_atom_t));
-  return atoms;
-}
 
 int processIn(const xcb_res_query_client_ids_reply_t& reply) {
   for (auto ids = xcb_res_query_client_ids_ids_iterator(&reply); ids.rem;
@@ -59,19 +43,16 @@ void CopyReader::askForProcess() {
 }
 
 void CopyReader::askForTypes() {
-  reading_.selection.convert(
-      {.target = reading_.connection.atom("TARGETS"),
-       .time = copy_.time,
-       .owner = copy_.owner,
-       .maximumBytes = mostTypesBytes,
-       .patience = typesPatience,
-       .container = Bytes()},
-      [self = shared_from_this()](const ConversionAnswer& answer) { self->learnTypes(answer); });
+  fetchTargetNames(
+      reading_, copy_,
+      [self = shared_from_this()](const std::vector<std::string>& names, bool isOwnerSilent) {
+        self->learnTypes(names, isOwnerSilent);
+      });
 }
 
-void CopyReader::learnTypes(const ConversionAnswer& answer) {
-  snapshot_.isOwnerSilent = answer.outcome == Outcome::Late || answer.outcome == Outcome::Lost;
-  snapshot_.offers = typeOffers(reading_.names.names(atomsOf(answer)));
+void CopyReader::learnTypes(const std::vector<std::string>& names, bool isOwnerSilent) {
+  snapshot_.isOwnerSilent = isOwnerSilent;
+  snapshot_.offers = typeOffers(names);
   if (isSuperseded_ || isForbidden()) return finish();
   const auto* uriList = findOffer(snapshot_.offers, selectionTarget::uriList);
   if (!uriList) return fetchPreferred(0);

@@ -4,6 +4,8 @@
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "Platform/Linux/Clipboard/CopySnapshot.h"
 #include "Platform/Linux/Clipboard/TypeFetch.h"
@@ -28,7 +30,7 @@ class CopyReader : public std::enable_shared_from_this<CopyReader> {
  private:
   void askForProcess();
   void askForTypes();
-  void learnTypes(const ConversionAnswer& answer);
+  void learnTypes(const std::vector<std::string>& names, bool isOwnerSilent);
   void learnUriList(FetchedType uriList);
   void fetchPreferred(std::size_t first);
   bool isForbidden() const;

@@ -2,9 +2,12 @@
 
 #include <cstdint>
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
+#include <variant>
 
+#include "Platform/Linux/Clipboard/SavedTargets.h"
 #include "Platform/Linux/Clipboard/SelectionPayload.h"
 #include "Platform/Linux/Clipboard/TargetNames.h"
 
@@ -20,5 +23,13 @@ struct CopySnapshot {
   std::set<std::string> unavailable;                 ///< types that were asked for in vain
   bool isOwnerSilent = false;                        ///< it left a question unanswered
 };
+
+/// The answer to a wish to have everything that was on the clipboard.
+struct SavedCopy {
+  std::uint64_t question = 0;
+  std::shared_ptr<const SavedTargets> targets;
+};
+
+using ClipboardNews = std::variant<CopySnapshot, SavedCopy>;
 
 }  // namespace zephyx

@@ -12,7 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 using Outcome = ConversionAnswer::Outcome;
 
-constexpr auto longestTransfer = 10s;
 constexpr auto hurriedStart = 250ms;
 constexpr auto hurriedSilence = 1s;
 constexpr auto hurriedTransfer = 2s;
@@ -30,7 +29,7 @@ IncomingTransfer::IncomingTransfer(xcb_connection_t* connection, xcb_atom_t sele
       request_(std::move(request)),
       payload_(std::move(request_.container)),
       silenceEnds_(ClipboardClock::now() + request_.patience),
-      end_(ClipboardClock::now() + longestTransfer) {
+      end_(ClipboardClock::now() + request_.longest) {
   sequence_ = xcb_convert_selection(connection_, slot_.window, selection, request_.target,
                                     slot_.property, request_.time)
                   .sequence;
@@ -110,7 +109,10 @@ IncomingTransfer::Piece IncomingTransfer::readProperty() {
     }
     reserveFor(whole);
     append(payload_, {value, size});
-    format_ = reply->format;
+    if (size > 0 || type_ == XCB_NONE) {  // not of the empty piece that ends a transfer
+      format_ = reply->format;
+      type_ = reply->type;
+    }
     if (reply->bytes_after == 0) return Piece::Read;
     offset += static_cast<std::uint32_t>(size / 4);
   }
@@ -129,8 +131,8 @@ void IncomingTransfer::reserveFor(std::size_t size) {
 
 ConversionAnswer IncomingTransfer::finish(Outcome outcome) {
   state_ = State::Ended;
-  if (outcome != Outcome::Answered) return {outcome, {}, 0};
-  return {outcome, std::move(payload_), format_};
+  if (outcome != Outcome::Answered) return {.outcome = outcome, .payload = {}};
+  return {outcome, std::move(payload_), format_, type_};
 }
 
 }  // namespace zephyx

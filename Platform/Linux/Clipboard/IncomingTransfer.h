@@ -20,7 +20,8 @@ struct ConversionRequest {
   xcb_window_t owner = XCB_NONE;  ///< who is expected to answer
   std::size_t maximumBytes = 0;
   ClipboardClock::duration patience{};  ///< how long the owner may stay silent
-  SelectionPayload container;           ///< empty, of the kind that the answer shall have
+  ClipboardClock::duration longest = std::chrono::seconds(10);  ///< from the question to the end
+  SelectionPayload container;  ///< empty, of the kind that the answer shall have
 };
 
 struct ConversionAnswer {
@@ -33,7 +34,8 @@ struct ConversionAnswer {
   };
   Outcome outcome = Outcome::Refused;
   SelectionPayload payload;
-  std::uint8_t format = 0;  ///< bits per item
+  std::uint8_t format = 0;     ///< bits per item
+  xcb_atom_t type = XCB_NONE;  ///< of the property
 };
 
 /// A window of ours that receives one conversion at a time. Each has its own, so that a late answer
@@ -84,6 +86,7 @@ class IncomingTransfer {
   State state_ = State::Asked;
   SelectionPayload payload_;
   std::uint8_t format_ = 0;
+  xcb_atom_t type_ = XCB_NONE;
   ClipboardClock::time_point silenceEnds_;
   ClipboardClock::time_point end_;  // for owners that talk slowly, but for ever
 };

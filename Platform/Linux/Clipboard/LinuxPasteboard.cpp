@@ -4,6 +4,7 @@
 #include <chrono>
 #include <future>
 #include <utility>
+#include <variant>
 
 #include "Platform/Image.h"
 #include "Platform/Linux/Clipboard/ClipboardThread.h"
@@ -25,12 +26,21 @@ bool becomesTrue(std::future<bool> result) {
 
 }  // namespace
 
+class LinuxPasteboard::Items final : public PasteboardItems {
+ public:
+  explicit Items(std::shared_ptr<const OwnedContents> held) : contents(std::move(held)) {}
+
+  bool isEmpty() const override { return contents->targets().empty(); }
+
+  const std::shared_ptr<const OwnedContents> contents;
+};
+
 LinuxPasteboard::LinuxPasteboard(ApplicationForProcess applicationForProcess)
     : applicationForProcess_(std::move(applicationForProcess)),
       thread_(std::make_shared<ClipboardThread>()),
       announcements_(thread_->announcement().descriptor(), QSocketNotifier::Read),
       contents_(std::make_shared<CopiedContents>(thread_, applicationForProcess_)) {
-  auto show = lifetime_.wrap([this] { showCopies(); });
+  auto show = lifetime_.wrap([this] { showNews(); });
   QObject::connect(&announcements_, &QSocketNotifier::activated, &announcements_,
                    [show]() mutable { show(); });
 }
@@ -53,9 +63,25 @@ Registration LinuxPasteboard::observeChanges(PasteboardReadPlan plan,
 }
 
 // One at a time: a handler may run a loop of its own, which comes here again.
-void LinuxPasteboard::showCopies() {
+void LinuxPasteboard::showNews() {
   thread_->announcement().lower();
-  while (auto copy = thread_->takeCopy()) showCopy(std::move(*copy));
+  while (auto news = thread_->takeNews()) {
+    if (auto* copy = std::get_if<CopySnapshot>(&*news)) {
+      showCopy(std::move(*copy));
+    } else {
+      showSaved(std::move(std::get<SavedCopy>(*news)));
+    }
+  }
+}
+
+void LinuxPasteboard::showSaved(SavedCopy saved) {
+  const auto waiting = waitingForItems_.extract(saved.question);
+  if (!waiting) return;
+  std::shared_ptr<const OwnedContents> contents = owned_;
+  if (!contents) {
+    contents = OwnedContents(applicationForProcess_).withSaved(std::move(saved.targets));
+  }
+  waiting.mapped()(std::make_shared<Items>(std::move(contents)));
 }
 
 void LinuxPasteboard::showCopy(CopySnapshot snapshot) {
@@ -89,6 +115,23 @@ bool LinuxPasteboard::writeImage(const Image& image) {
   if (!owned_) return false;
   auto png = image.pngRepresentation();
   return !png.empty() && write(owned_->withPng(std::move(png)));
+}
+
+void LinuxPasteboard::copyItems(ItemsHandler done) const {
+  if (const auto question = thread_->save()) {
+    waitingForItems_[question] = std::move(done);
+  } else {
+    done(std::make_shared<Items>(std::make_shared<OwnedContents>(applicationForProcess_)));
+  }
+}
+
+bool LinuxPasteboard::writeItems(const PasteboardItems& items) {
+  const auto* copied = dynamic_cast<const Items*>(&items);
+  return owned_ && copied && !copied->isEmpty() && write(owned_->withOld(*copied->contents));
+}
+
+bool LinuxPasteboard::takeSelectedText(unsigned int window) {
+  return thread_->takeSelectedText(window);
 }
 
 bool LinuxPasteboard::write(std::shared_ptr<OwnedContents> contents) {

@@ -2,7 +2,9 @@
 
 #include <QtCore/QSocketNotifier>
 #include <cstdint>
+#include <functional>
 #include <future>
+#include <map>
 #include <memory>
 
 #include "Platform/LifetimeGuard.h"
@@ -14,6 +16,7 @@ namespace zephyx {
 
 class ClipboardThread;
 struct CopySnapshot;
+struct SavedCopy;
 
 /// The CLIPBOARD selection of the default display. Changes of other programs are announced by the
 /// server; what was written here is offered to other programs at the end of the main loop's turn,
@@ -31,6 +34,9 @@ class LinuxPasteboard final : public Pasteboard {
   bool writeString(const std::string& text) override;
   bool writeUrl(const std::string& url) override;
   bool writeImage(const Image& image) override;
+  void copyItems(std::function<void(std::shared_ptr<const PasteboardItems>)> done) const override;
+  /// What is put back asks clipboard managers not to keep it.
+  bool writeItems(const PasteboardItems& items) override;
 
   /// Returns when other programs get what was written here: before a key is typed that makes one
   /// of them paste. False when the server does not answer in time. Waits for the server, not for
@@ -41,8 +47,17 @@ class LinuxPasteboard final : public Pasteboard {
   /// since. Waits for the server, not for programs.
   bool offerAsPrimary();
 
+  /// Shows the text that is selected in the program of an X window as a copy of that program, as
+  /// soon as the program has handed it over. Its selection and the clipboard stay as they are. For
+  /// programs where selecting is copying.
+  bool takeSelectedText(unsigned int window);
+
  private:
-  void showCopies();
+  class Items;
+  using ItemsHandler = std::function<void(std::shared_ptr<const PasteboardItems>)>;
+
+  void showNews();
+  void showSaved(SavedCopy saved);
   void showCopy(CopySnapshot snapshot);
   bool write(std::shared_ptr<OwnedContents> contents);
   void offerLater();
@@ -57,6 +72,7 @@ class LinuxPasteboard final : public Pasteboard {
   std::uint64_t ownWrites_ = 0;           // how often something was written to be offered
   bool isOfferPending_ = false;
   std::future<bool> offered_;  // of the newest offer, until somebody has waited for it
+  mutable std::map<std::uint64_t, ItemsHandler> waitingForItems_;  // by question
   std::function<void()> handler_;
   std::uint64_t observer_ = 0;  // number of the newest one
   FreedMemory freedMemory_;

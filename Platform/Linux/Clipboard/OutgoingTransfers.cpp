@@ -20,12 +20,12 @@ OutgoingTransfers::OutgoingTransfers(xcb_connection_t* connection, xcb_atom_t in
           std::size_t{xcb_get_maximum_request_length(connection)} * 4 - requestHeader)) {}
 
 void OutgoingTransfers::send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type,
-                             SharedBytes data) {
+                             std::uint8_t format, SharedBytes data) {
   transfers_.remove_if([&](const Transfer& transfer) {
     return transfer.reader == reader && transfer.property == property;
   });
-  Transfer transfer{reader,          property, type,
-                    std::move(data), 0,        ClipboardClock::now() + readerPatience};
+  Transfer transfer{
+      reader, property, type, format, std::move(data), 0, ClipboardClock::now() + readerPatience};
   if (transfer.data.bytes.size() <= largestPiece_) return write(transfer, transfer.data.bytes);
 
   const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE | XCB_EVENT_MASK_STRUCTURE_NOTIFY;
@@ -38,7 +38,8 @@ void OutgoingTransfers::send(xcb_window_t reader, xcb_atom_t property, xcb_atom_
 
 void OutgoingTransfers::write(const Transfer& transfer, BytesView piece) {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, transfer.reader, transfer.property,
-                      transfer.type, 8, static_cast<std::uint32_t>(piece.size()), piece.data());
+                      transfer.type, transfer.format,
+                      static_cast<std::uint32_t>(piece.size() * 8 / transfer.format), piece.data());
 }
 
 // The reader deletes each piece when it wants the next one.

@@ -18,7 +18,8 @@ class OutgoingTransfers {
   OutgoingTransfers(xcb_connection_t* connection, xcb_atom_t incremental);
 
   /// Writes the data, or the promise of pieces, to the reader's property.
-  void send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type, SharedBytes data);
+  void send(xcb_window_t reader, xcb_atom_t property, xcb_atom_t type, std::uint8_t format,
+            SharedBytes data);
 
   void handle(const xcb_property_notify_event_t& event);
   void handle(const xcb_destroy_notify_event_t& event);
@@ -31,6 +32,7 @@ class OutgoingTransfers {
     xcb_window_t reader;
     xcb_atom_t property;
     xcb_atom_t type;
+    std::uint8_t format;  // bits per item
     SharedBytes data;
     std::size_t sent;
     ClipboardClock::time_point deadline;

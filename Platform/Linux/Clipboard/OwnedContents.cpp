@@ -19,6 +19,16 @@ SharedBytes shared(std::string text) {
   return shared(std::make_shared<const std::string>(std::move(text)));
 }
 
+bool contains(const std::vector<std::string>& names, const std::string& name) {
+  return std::find(names.begin(), names.end(), name) != names.end();
+}
+
+void addMissing(std::vector<std::string>& names, const std::vector<std::string>& others) {
+  for (const auto& other : others) {
+    if (!contains(names, other)) names.push_back(other);
+  }
+}
+
 int hexadecimalDigit(char c) {
   if (c >= '0' && c <= '9') return c - '0';
   if (c >= 'a' && c <= 'f') return c - 'a' + 10;
@@ -76,6 +86,23 @@ std::shared_ptr<OwnedContents> OwnedContents::withPng(Bytes png) const {
   return next;
 }
 
+std::shared_ptr<OwnedContents> OwnedContents::withSaved(
+    std::shared_ptr<const SavedTargets> saved) const {
+  auto next = std::make_shared<OwnedContents>(*this);
+  next->saved_ = std::move(saved);
+  return next;
+}
+
+std::shared_ptr<OwnedContents> OwnedContents::withOld(const OwnedContents& other) const {
+  auto next = std::make_shared<OwnedContents>(*this);
+  if (!string_) next->string_ = other.string_;
+  if (!url_) next->url_ = other.url_;
+  if (!png_) next->png_ = other.png_;
+  if (!saved_) next->saved_ = other.saved_;
+  next->isOld_ = true;
+  return next;
+}
+
 bool OwnedContents::isFile() const {
   return url_ && isLocalFileUrl(*url_);
 }
@@ -85,6 +112,7 @@ std::vector<std::string> OwnedContents::types() const {
   if (url_) types.emplace_back(isFile() ? pasteboardType::fileUrl : pasteboardType::url);
   if (png_) types.emplace_back(pasteboardType::png);
   if (string_) types.emplace_back(pasteboardType::string);
+  if (saved_) addMissing(types, saved_->types());
   return types;
 }
 
@@ -99,21 +127,21 @@ SharedBytes OwnedContents::sharedData(const std::string& type) const {
 
 std::optional<Bytes> OwnedContents::data(const std::string& type) const {
   const auto found = sharedData(type);
-  if (!found.keeper) return std::nullopt;
-  return Bytes(found.bytes.begin(), found.bytes.end());
+  if (found.keeper) return Bytes(found.bytes.begin(), found.bytes.end());
+  return saved_ ? saved_->data(type) : std::nullopt;
 }
 
 std::optional<std::string> OwnedContents::string(const std::string& type) const {
-  const auto found = sharedData(type);
-  if (!found.keeper) return std::nullopt;
-  return std::string(found.bytes.begin(), found.bytes.end());
+  const auto found = data(type);
+  if (!found) return std::nullopt;
+  return std::string(found->begin(), found->end());
 }
 
 std::shared_ptr<RunningApplication> OwnedContents::source() const {
   return applicationForProcess_ ? applicationForProcess_(getpid()) : nullptr;
 }
 
-std::vector<std::string> OwnedContents::targets() const {
+std::vector<std::string> OwnedContents::writtenTargets() const {
   std::vector<std::string> names;
   if (url_) {
     names.emplace_back(selectionTarget::uriList);
@@ -128,18 +156,34 @@ std::vector<std::string> OwnedContents::targets() const {
   return names;
 }
 
-std::optional<OwnedContents::Target> OwnedContents::target(const std::string& name) const {
-  const auto offered = targets();
-  if (std::find(offered.begin(), offered.end(), name) == offered.end()) return std::nullopt;
-  if (name == selectionTarget::png) return Target{name, {png_, *png_}};
-  if (name == selectionTarget::uriList) return Target{name, shared(*url_ + "\r\n")};
-  if (name == selectionTarget::copiedFiles) return Target{name, shared("copy\n" + *url_)};
-  if (name == selectionTarget::mozillaUrl) {
-    return Target{name, shared(utf16FromUtf8(*url_ + "\n" + *url_))};
+std::vector<std::string> OwnedContents::targets() const {
+  auto names = writtenTargets();
+  if (saved_) {
+    for (const auto& each : saved_->all()) addMissing(names, {each.name});
   }
-  if (name == selectionTarget::latin1String) return Target{name, shared(latin1FromUtf8(*string_))};
-  if (name == selectionTarget::anyText) return Target{selectionTarget::utf8String, shared(string_)};
-  return Target{name, shared(string_)};
+  if (isOld_ && !names.empty()) addMissing(names, {selectionTarget::passwordHint});
+  return names;
+}
+
+std::optional<OwnedContents::Target> OwnedContents::target(const std::string& name) const {
+  if (contains(writtenTargets(), name)) return writtenTarget(name);
+  if (const auto* found = saved_ ? saved_->find(name) : nullptr) {
+    return Target{found->type, {found->data, *found->data}, found->format};
+  }
+  if (name != selectionTarget::passwordHint || !contains(targets(), name)) return std::nullopt;
+  return Target{name, shared(std::string("secret"))};
+}
+
+OwnedContents::Target OwnedContents::writtenTarget(const std::string& name) const {
+  if (name == selectionTarget::png) return {name, {png_, *png_}};
+  if (name == selectionTarget::uriList) return {name, shared(*url_ + "\r\n")};
+  if (name == selectionTarget::copiedFiles) return {name, shared("copy\n" + *url_)};
+  if (name == selectionTarget::mozillaUrl) {
+    return {name, shared(utf16FromUtf8(*url_ + "\n" + *url_))};
+  }
+  if (name == selectionTarget::latin1String) return {name, shared(latin1FromUtf8(*string_))};
+  if (name == selectionTarget::anyText) return {selectionTarget::utf8String, shared(string_)};
+  return {name, shared(string_)};
 }
 
 }  // namespace zephyx

@@ -11,6 +11,7 @@ struct OwnerChange {
   xcb_window_t owner = XCB_NONE;
   xcb_timestamp_t time = XCB_CURRENT_TIME;
   std::uint32_t sequence = 0;  ///< of the last request of ours that the server had carried out then
+  bool isOwn = false;          ///< the host took the selection or gave it up
 };
 
 /// Compares sequence numbers or times of the server, which wrap around.

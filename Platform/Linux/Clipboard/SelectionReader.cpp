@@ -107,7 +107,7 @@ void SelectionReader::complete(Conversions::iterator conversion, ConversionAnswe
 }
 
 void SelectionReader::abandon(Conversions::iterator conversion, Outcome outcome) {
-  complete(conversion, {outcome, {}, 0});
+  complete(conversion, {.outcome = outcome, .payload = {}});
 }
 
 void SelectionReader::abandonWhere(const std::function<bool(const IncomingTransfer&)>& condition,

@@ -42,6 +42,11 @@ std::uint64_t SelectionServer::lastWrite(xcb_atom_t selection) const {
   return found == lastWrites_.end() ? 0 : found->second;
 }
 
+bool SelectionServer::hasReleased(xcb_atom_t selection, std::uint32_t sequence) const {
+  const auto found = releases_.find(selection);
+  return found != releases_.end() && found->second == sequence;
+}
+
 void SelectionServer::askForTime() {
   xcb_change_property(connection_.get(), XCB_PROP_MODE_APPEND, window_, clock_, XCB_ATOM_INTEGER, 8,
                       0, nullptr);
@@ -66,11 +71,18 @@ void SelectionServer::handle(const xcb_property_notify_event_t& event) {
 
 bool SelectionServer::take(const Write& write, xcb_timestamp_t time) {
   auto* connection = connection_.get();
-  const auto request = xcb_set_selection_owner(connection, window_, write.selection, time);
+  const bool isEmpty = write.contents->targets().empty();
+  const auto owner = isEmpty ? xcb_window_t{XCB_NONE} : window_;
+  const auto request = xcb_set_selection_owner(connection, owner, write.selection, time);
   const XReply<xcb_get_selection_owner_reply_t> reply(xcb_get_selection_owner_reply(
       connection, xcb_get_selection_owner(connection, write.selection), nullptr));
-  if (!reply || reply->owner != window_) return false;
-  owned_[write.selection] = {write.contents, time, request.sequence};
+  if (!reply || reply->owner != owner) return false;
+  if (isEmpty) {
+    owned_.erase(write.selection);
+    releases_[write.selection] = request.sequence;
+  } else {
+    owned_[write.selection] = {write.contents, time, request.sequence};
+  }
   lastWrites_[write.selection] = write.number;
   return true;
 }
@@ -119,7 +131,8 @@ bool SelectionServer::answer(const Ownership& ownership, xcb_window_t reader, xc
     if (connection_.atom(name) != target) continue;
     auto found = ownership.contents->target(name);
     if (!found) return false;
-    transfers_.send(reader, property, connection_.atom(found->type), std::move(found->data));
+    transfers_.send(reader, property, connection_.atom(found->type), found->format,
+                    std::move(found->data));
     return true;
   }
   return false;

@@ -32,10 +32,13 @@ class SelectionServer {
     std::uint64_t number = 0;
     std::function<void(bool isOwner)> done;  ///< may be empty; dropped uncalled with the server
   };
-  /// Takes a selection over as soon as the server has told the time.
+  /// Takes a selection over as soon as the server has told the time; with nothing to offer, leaves
+  /// it without an owner.
   void own(Write write);
   /// The number of the last write that took `selection`; 0 before the first one.
   std::uint64_t lastWrite(xcb_atom_t selection) const;
+  /// Whether the request with this sequence number was the one that left `selection` ownerless.
+  bool hasReleased(xcb_atom_t selection, std::uint32_t sequence) const;
 
   void handle(const xcb_selection_request_event_t& event);
   void handle(const xcb_selection_clear_event_t& event, std::uint32_t sequence);
@@ -75,6 +78,7 @@ class SelectionServer {
   OutgoingTransfers transfers_;
   std::map<xcb_atom_t, Ownership> owned_;
   std::map<xcb_atom_t, std::uint64_t> lastWrites_;
+  std::map<xcb_atom_t, std::uint32_t> releases_;  // sequence numbers
   std::deque<PendingWrite> pending_;
 };
 

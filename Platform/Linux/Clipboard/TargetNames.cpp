@@ -35,8 +35,9 @@ constexpr std::array knownTargets{
 constexpr std::array<std::string_view, 4> otherBitmaps{"image/jpeg", "image/bmp", "image/webp",
                                                        "image/gif"};
 
-// Ask the owner to do something, or describe its window: not contents.
-constexpr std::array<std::string_view, 16> protocolTargets{"targets",
+// Ask the owner to do something, describe its window, or name what lives in the server or in its
+// own memory: not contents.
+constexpr std::array<std::string_view, 30> protocolTargets{"targets",
                                                            "multiple",
                                                            "timestamp",
                                                            "save_targets",
@@ -48,10 +49,28 @@ constexpr std::array<std::string_view, 16> protocolTargets{"targets",
                                                            "client_window",
                                                            "length",
                                                            "list_length",
+                                                           "character_position",
+                                                           "line_number",
+                                                           "column_number",
+                                                           "span",
                                                            "host_name",
+                                                           "hostname",
+                                                           "ip_address",
                                                            "owner_os",
                                                            "user",
-                                                           "name"};
+                                                           "name",
+                                                           "class",
+                                                           "process",
+                                                           "task",
+                                                           "pixmap",
+                                                           "bitmap",
+                                                           "drawable",
+                                                           "colormap",
+                                                           "procedure"};
+
+// The kinds of bitmap that are worth keeping, the best one first.
+constexpr std::array<std::string_view, 4> savedBitmaps{"image/png", "image/jpeg", "image/bmp",
+                                                       "image/tiff"};
 
 std::string lowerCase(std::string_view name) {
   std::string lower;
@@ -84,6 +103,11 @@ std::string_view standInBitmap(const std::vector<std::string>& lowerNames) {
     if (contains(lowerNames, bitmap)) return bitmap;
   }
   return {};
+}
+
+bool isBitmap(std::string_view lowerName) {
+  const bool isDrawing = lowerName.find("svg") != std::string_view::npos;
+  return (lowerName.starts_with("image/") && !isDrawing) || lowerName == "application/x-qt-image";
 }
 
 // An offer while its targets are still being collected.
@@ -130,6 +154,27 @@ TypeOffers typeOffers(const std::vector<std::string>& targets) {
   for (auto& candidate : meant) offers.push_back(std::move(candidate.offer));
   for (auto& other : others) offers.push_back(std::move(other));
   return offers;
+}
+
+std::vector<std::string> targetsWorthSaving(const std::vector<std::string>& targets) {
+  std::vector<std::string> lowerNames;
+  lowerNames.reserve(targets.size());
+  for (const auto& target : targets) lowerNames.push_back(lowerCase(target));
+  std::string_view bitmap;
+  const auto choose = [&](std::string_view name) {
+    if (bitmap.empty() && contains(lowerNames, name)) bitmap = name;
+  };
+  for (const auto name : savedBitmaps) choose(name);
+  for (const auto& name : lowerNames) {
+    if (isBitmap(name)) choose(name);
+  }
+
+  std::vector<std::string> saved;
+  for (std::size_t i = 0; i < targets.size(); ++i) {
+    if (contains(protocolTargets, lowerNames[i]) || contains(saved, targets[i])) continue;
+    if (!isBitmap(lowerNames[i]) || lowerNames[i] == bitmap) saved.push_back(targets[i]);
+  }
+  return saved;
 }
 
 const TypeOffer* findOffer(const TypeOffers& offers, std::string_view type) {

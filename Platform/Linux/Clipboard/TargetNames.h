@@ -18,6 +18,8 @@ inline constexpr const char* copiedFiles = "x-special/gnome-copied-files";
 inline constexpr const char* mozillaUrl = "text/x-moz-url";
 inline constexpr const char* netscapeUrl = "_NETSCAPE_URL";
 inline constexpr const char* png = "image/png";
+/// Its presence asks clipboard managers not to keep the copy.
+inline constexpr const char* passwordHint = "x-kde-passwordManagerHint";
 }  // namespace selectionTarget
 
 /// The type under which copies that a password manager marks are reported.
@@ -36,6 +38,11 @@ using TypeOffers = std::vector<TypeOffer>;
 /// the targets that mean nothing here. A URI list stays under its own name until its content has
 /// told what it is (`nameUriList`).
 TypeOffers typeOffers(const std::vector<std::string>& targets);
+
+/// The targets that make up the contents, in the owner's order: without those that ask the owner to
+/// do something or only mean something while it lives, and with one kind of bitmap. Programs offer
+/// one picture in a dozen kinds, each encoded anew for whoever asks.
+std::vector<std::string> targetsWorthSaving(const std::vector<std::string>& targets);
 
 /// Null when `type` is not offered.
 const TypeOffer* findOffer(const TypeOffers& offers, std::string_view type);

@@ -36,7 +36,15 @@ ScreenServices LinuxFlutterEngines::screenServices() {
                        answer = std::move(answer)]() mutable { answer(std::move(text)); });
     });
   };
-  return {nullptr, userDefaults_, directories_, std::move(readClipboardText)};
+  auto writeClipboardText = [this](const std::string& text) {
+    pasteboard_.clearContents();
+    pasteboard_.writeString(text);
+  };
+  return {.messenger = nullptr,
+          .userDefaults = userDefaults_,
+          .directories = directories_,
+          .readClipboardText = std::move(readClipboardText),
+          .writeClipboardText = std::move(writeClipboardText)};
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(

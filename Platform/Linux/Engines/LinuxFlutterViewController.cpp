@@ -32,6 +32,10 @@ Rect LinuxFlutterViewController::viewBounds() const {
   return {{0, 0}, {view_->width(), view_->height()}};
 }
 
+void LinuxFlutterViewController::setViewAlpha(double alpha) {
+  view_->setOpacity(alpha);
+}
+
 std::shared_ptr<VisualEffectView> LinuxFlutterViewController::addVisualEffectView() {
   return std::make_shared<LinuxVisualEffectView>(qml_, *view_);
 }

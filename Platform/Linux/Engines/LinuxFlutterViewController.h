@@ -23,6 +23,7 @@ class LinuxFlutterViewController final : public FlutterViewController {
   std::shared_ptr<FlutterEngine> engine() const override;
   void makeBackgroundTransparent() override { isTransparent_ = true; }
   Rect viewBounds() const override;
+  void setViewAlpha(double alpha) override;
   std::shared_ptr<VisualEffectView> addVisualEffectView() override;
 
   bool hasTransparentBackground() const { return isTransparent_; }

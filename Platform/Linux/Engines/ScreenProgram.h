@@ -21,15 +21,18 @@ class UserDefaults;
 using ClipboardTextReader =
     std::function<void(std::function<void(std::optional<std::string>)> answer)>;
 
+/// Puts plain text on the clipboard, in place of what was there. What is pasted from then on is
+/// this text.
+using ClipboardTextWriter = std::function<void(std::string text)>;
+
 /// What a screen program may use. Outlives the program.
 struct ScreenServices {
   std::shared_ptr<BinaryMessenger> messenger;  ///< the engine's end: talks to the host
   UserDefaults& userDefaults;                  ///< shared preferences, keys begin with "flutter."
   Directories& directories;
   ClipboardTextReader readClipboardText;
-  /// Puts plain text on the clipboard, as the host's own.
-  std::function<void(std::string)> writeClipboardText = {};
-  Keychain* keychain = nullptr;  ///< null where there is none
+  ClipboardTextWriter writeClipboardText;
+  Keychain& keychain;
 };
 
 /// The program that runs in an engine from its entry point on, with or without a picture. Main

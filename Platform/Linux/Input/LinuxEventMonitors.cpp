@@ -24,10 +24,23 @@ Registration LinuxEventMonitors::addLocalMonitor(std::uint64_t mask,
       });
 }
 
+Registration LinuxEventMonitors::captureKeyboard() {
+  if (!keyboard_) keyboard_ = std::make_shared<KeyboardGrab>();
+  if (!keyboard_->hold()) return {};
+  return Registration([weak = std::weak_ptr(keyboard_)] {
+    if (const auto keyboard = weak.lock()) keyboard->letGo();
+  });
+}
+
 bool LinuxEventMonitors::eventFilter(QObject* watched, QEvent* event) {
   if (monitors_->empty()) {
     qGuiApp->removeEventFilter(this);
     return false;
+  }
+  // With the keyboard captured no key is a shortcut, neither of a text field nor of a window.
+  if (event->type() == QEvent::ShortcutOverride && keyboard_ && keyboard_->isHeld()) {
+    event->accept();
+    return true;
   }
   // Windows see an event first; the items and widgets in them see it again. An open menu keeps its
   // events to itself.

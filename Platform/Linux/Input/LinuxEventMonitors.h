@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "Platform/Events.h"
+#include "Platform/Linux/Input/KeyboardGrab.h"
 
 namespace zephyx {
 
@@ -13,6 +14,7 @@ class LinuxEventMonitors final : public QObject, public EventMonitors {
  public:
   [[nodiscard]] Registration addLocalMonitor(std::uint64_t mask,
                                              std::function<bool(const Event&)> handler) override;
+  [[nodiscard]] Registration captureKeyboard() override;
 
  private:
   struct Monitor {
@@ -25,6 +27,7 @@ class LinuxEventMonitors final : public QObject, public EventMonitors {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
   std::shared_ptr<Monitors> monitors_ = std::make_shared<Monitors>();
+  std::shared_ptr<KeyboardGrab> keyboard_;  // made when it is first wanted
 };
 
 }  // namespace zephyx

@@ -52,6 +52,12 @@ bool LinuxEventPoster::postKey(std::uint16_t keyCode, std::uint64_t modifierFlag
   if (!x11_) return false;
   const auto* extension = xcb_get_extension_data(x11_->get(), &xcb_test_id);
   if (!extension || !extension->present) return false;
+  const char letter =
+      modifierFlags == eventModifier::command ? usLetterOfMacKeyCode(keyCode) : '\0';
+  if (letter == 'c' && pasteStyleOf(activeWindowClass()) == PasteStyle::shiftInsert) {
+    // There is no chord for copying: selecting is copying, and Control-C would end what runs.
+    return pasteboard_.takeSelectedText(x11_->activeWindow());
+  }
   const auto chord = chordFor(keyCode, modifierFlags);
   return chord && type(*chord);
 }
@@ -71,8 +77,6 @@ std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t 
       chord.modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
       return chord;
     case PasteStyle::shiftInsert:
-      // There is no chord for copying: selecting is copying, and Control-C would end what runs.
-      if (letter == 'c') return std::nullopt;
       pasteboard_.offerAsPrimary();
       return Chord{insertKey, XCB_MOD_MASK_SHIFT};
   }

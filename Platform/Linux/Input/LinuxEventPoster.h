@@ -18,7 +18,8 @@ class LinuxHotKeys;
 class LinuxPasteboard;
 
 /// Types through the server's test extension, on the connection that owns the hot keys. Command
-/// becomes what the program in front understands: Control, and in terminals their own chords.
+/// becomes what the program in front understands: Control, and in terminals their own chords; where
+/// a terminal has none for copying, its selected text is taken instead.
 class LinuxEventPoster : public EventPoster {
  public:
   /// Both outlive this object. `hotKeys` step aside while their own chord is typed.

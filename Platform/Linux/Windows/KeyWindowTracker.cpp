@@ -3,6 +3,7 @@
 #include <QtGui/QGuiApplication>
 #include <QtGui/QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/LinuxWindow.h"
@@ -28,8 +29,8 @@ KeyWindowTracker::KeyWindowTracker(DesktopWatch& watch, LocalNotificationCenter&
   recheck_.setInterval(settleMilliseconds);
   recheck_.setTimerType(Qt::PreciseTimer);
   connect(&recheck_, &QTimer::timeout, this, [this] {
-    if (watch_.activeWindow() == XCB_NONE && !shownWindow(watch_.focusWindow())) {
-      setKey(nullptr);
+    if (watch_.activeWindow() == XCB_NONE && !isOwnWindow(watch_.focusWindow())) {
+      resignActive();
     } else {
       update();
     }
@@ -50,14 +51,26 @@ void KeyWindowTracker::windowWasOrderedOut(LinuxWindow* window) {
 void KeyWindowTracker::update() {
   recheck_.stop();
   const auto focus = watch_.focusWindow();
-  if (auto* window = shownWindow(focus)) return setKey(window);
-  if (!key_) return;
-  if (isOwnWindow(focus)) return setKey(nullptr);
-
+  if (isOwnWindow(focus)) {
+    isActive_ = true;
+    return setKey(shownWindow(focus));
+  }
+  if (!isActive_) return;
   const auto active = watch_.activeWindow();
-  if (active == key_->nativeId()) return;
   if (active == XCB_NONE) return recheck_.start();
+  if (isOwnWindow(active)) {
+    // The keyboard is on its way there, or has left for a moment.
+    if (key_ && active != key_->nativeId()) setKey(nullptr);
+    return;
+  }
+  resignActive();
+}
+
+// Those who hear that a window has lost the keyboard may ask whether the application has.
+void KeyWindowTracker::resignActive() {
+  if (!std::exchange(isActive_, false)) return;
   setKey(nullptr);
+  if (!isActive_) center_.post(notification::applicationDidResignActive, this);
 }
 
 void KeyWindowTracker::setKey(LinuxWindow* window) {
