@@ -141,6 +141,39 @@ TEST_P(KeyboardContract, MonitorsSeeKeysOfTheHostsWindowsWithTheirModifiers) {
   EXPECT_EQ(afterSwallow, 1);
 }
 
+TEST_P(KeyboardContract, ACapturedKeyboardIsTheHostsAloneUntilItIsGivenBack) {
+  desktop().startOtherApplication();
+  const auto theirs = desktop().otherProgramHoldsHotKey(keyT, carbonControlOption);
+  const auto window = platform().application().makeWindow(
+      {.kind = WindowKind::panel, .contentRect = {{100, 100}, {300, 200}}});
+  window->makeKeyAndOrderFront();
+  platform().application().activateIgnoringOtherApps();
+  ASSERT_TRUE(becomesTrue([&] { return window->isKeyWindow(); }));
+  std::vector<Event> seen;
+  const auto monitor = platform().eventMonitors().addLocalMonitor(eventMask(EventType::keyDown),
+                                                                  [&](const Event& event) {
+                                                                    seen.push_back(event);
+                                                                    return false;
+                                                                  });
+
+  desktop().pressKey(keyT, controlOption);
+  desktop().pass(0.2);
+  EXPECT_TRUE(seen.empty());
+  auto capture = platform().eventMonitors().captureKeyboard();
+  ASSERT_TRUE(capture);
+  desktop().pressKey(keyT, controlOption);
+  EXPECT_TRUE(becomesTrue([&] { return seen.size() == 1; }));
+  EXPECT_EQ(seen.back().keyCode, keyT);
+  EXPECT_EQ(seen.back().modifierFlags, controlOption);
+  EXPECT_TRUE(window->isKeyWindow());
+  capture.reset();
+  desktop().pressKey(keyT, controlOption);
+  desktop().pass(0.2);
+  EXPECT_EQ(seen.size(), 1u);
+  desktop().pressKey(keyA, 0);
+  EXPECT_TRUE(becomesTrue([&] { return seen.size() == 2; }));
+}
+
 TEST_P(KeyboardContract, TheLayoutNamesKeysUnshifted) {
   const auto& layout = platform().keyboardLayout();
   EXPECT_EQ(layout.character(keyT), "t");

@@ -49,6 +49,20 @@ class PasteboardContract : public ContractTest {
     return std::string(data->begin(), data->end());
   }
 
+  /// Nothing when that takes over 10 seconds.
+  std::shared_ptr<const PasteboardItems> copyItems() {
+    auto slot = std::make_shared<std::shared_ptr<const PasteboardItems>>();
+    pasteboard().copyItems([slot](std::shared_ptr<const PasteboardItems> items) { *slot = items; });
+    desktop().runUntil([&] { return *slot != nullptr; }, 10);
+    return *slot;
+  }
+  /// Takes the pasteboard over with what `copyItems` gave.
+  std::int64_t putBack(const PasteboardItems& items) {
+    const auto count = pasteboard().clearContents();
+    EXPECT_TRUE(pasteboard().writeItems(items));
+    return count;
+  }
+
   /// Observes changes and reads the text of each, in the order of the calls.
   struct Observed {
     int announced = 0;
@@ -198,6 +212,53 @@ TEST_P(PasteboardContract, FetchesNothingOfWhatTheObserverForbids) {
   const auto old = pasteboard().contents();
   copyAndSee({{pasteboardType::string, bytes("harmless")}});
   EXPECT_NE(read(old)->text, "password");
+}
+
+TEST_P(PasteboardContract, PutsBackEveryTypeOfWhatWasThereBefore) {
+  const std::string picture(300'000, '\x01');
+  copyAndSee({{pasteboardType::fileUrl, bytes("file:///tmp/a.txt")},
+              {pasteboardType::png, bytes(picture)},
+              {pasteboardType::string, bytes("before: ñ")}});
+  const auto theirs = copyItems();
+  ASSERT_TRUE(theirs);
+  EXPECT_FALSE(theirs->isEmpty());
+  copyAndSee({{pasteboardType::string, bytes("between")}});
+
+  // Once as the other program's, once as what the host itself has there.
+  auto items = theirs;
+  for (int round = 0; round < 2; ++round) {
+    const auto count = putBack(*items);
+    EXPECT_TRUE(
+        becomesTrue([&] { return otherProgramGets(pasteboardType::string) == "before: ñ"; }));
+    EXPECT_EQ(otherProgramGets(pasteboardType::fileUrl), "file:///tmp/a.txt");
+    EXPECT_TRUE(otherProgramGets(pasteboardType::png) == picture);
+    EXPECT_EQ(pasteboard().changeCount(), count);
+    EXPECT_EQ(read(pasteboard().contents())->text, "before: ñ");
+    EXPECT_EQ(read(pasteboard().contents(), pasteboardType::fileUrl)->text, "file:///tmp/a.txt");
+    items = copyItems();
+    ASSERT_TRUE(items);
+    copyAndSee({{pasteboardType::string, bytes("between")}});
+  }
+}
+
+TEST_P(PasteboardContract, AnEmptyPasteboardHasNothingToPutBack) {
+  copyAndSee({{pasteboardType::string, bytes("theirs")}});
+  pasteboard().clearContents();
+  const auto items = copyItems();
+  ASSERT_TRUE(items);
+  EXPECT_TRUE(items->isEmpty());
+  EXPECT_FALSE(pasteboard().writeItems(*items));
+  copyAndSee({{pasteboardType::string, bytes("theirs again")}});
+  EXPECT_EQ(read(pasteboard().contents())->text, "theirs again");
+}
+
+TEST_P(PasteboardContract, AHungOwnersItemsAreGivenUp) {
+  const auto before = pasteboard().changeCount();
+  desktop().hungProgramCopies({pasteboardType::string});
+  ASSERT_TRUE(desktop().runUntil([&] { return pasteboard().changeCount() > before; }, 15));
+  const auto items = copyItems();
+  ASSERT_TRUE(items);
+  EXPECT_TRUE(items->isEmpty());
 }
 
 }  // namespace zephyx

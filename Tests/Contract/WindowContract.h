@@ -78,6 +78,8 @@ TEST_P(WindowContract, KeyStatusMovesBetweenTheHostsWindowsWithItsNotifications)
   const auto resign = record(notification::windowDidResignKey, first.get(), log, "first resigned");
   const auto become = record(notification::windowDidBecomeKey, second.get(), log, "second became");
   const auto foreign = record(notification::windowDidBecomeKey, first.get(), log, "first became");
+  const auto inactive =
+      record(notification::applicationDidResignActive, nullptr, log, "application resigned");
   show(*second);
   EXPECT_TRUE(becomesTrue([&] { return log.size() >= 2; }));
   EXPECT_EQ(log, (std::vector<std::string>{"first resigned", "second became"}));
@@ -87,13 +89,23 @@ TEST_P(WindowContract, KeyStatusMovesBetweenTheHostsWindowsWithItsNotifications)
 TEST_P(WindowContract, AnotherApplicationTakesTheKeyStatusAway) {
   desktop().startOtherApplication();
   const auto window = makeWindow();
+  EXPECT_FALSE(application().isActive());
   show(*window);
+  EXPECT_TRUE(application().isActive());
   std::vector<std::string> log;
+  bool wasActiveThen = true;
+  const auto ask =
+      center().addObserver(notification::windowDidResignKey, window->notificationObject(),
+                           [&] { wasActiveThen = application().isActive(); });
   const auto resign = record(notification::windowDidResignKey, window.get(), log, "resigned");
+  const auto inactive =
+      record(notification::applicationDidResignActive, nullptr, log, "application resigned");
   desktop().bringOtherApplicationToFront();
   EXPECT_TRUE(becomesTrue([&] { return !log.empty(); }));
   desktop().pass(0.3);
-  EXPECT_EQ(log.size(), 1u);
+  EXPECT_EQ(log, (std::vector<std::string>{"resigned", "application resigned"}));
+  EXPECT_FALSE(wasActiveThen);
+  EXPECT_FALSE(application().isActive());
   EXPECT_FALSE(window->isKeyWindow());
   EXPECT_EQ(application().keyWindow(), nullptr);
   EXPECT_TRUE(window->isVisible());

@@ -38,8 +38,9 @@ void SimulatedKeyboard::press(std::uint16_t keyCode, std::uint64_t modifierFlags
 }
 
 void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlags) {
-  if (machine_.hotKeys.press({keyCode, carbonModifiers(modifierFlags)})) return;
-  if (!machine_.workspace.hostIsInFront() && !machine_.eventMonitors.hasKeyboard()) {
+  const bool isCaptured = machine_.eventMonitors.hasKeyboard();
+  if (!isCaptured && machine_.hotKeys.press({keyCode, carbonModifiers(modifierFlags)})) return;
+  if (!isCaptured && !machine_.workspace.hostIsInFront()) {
     if (const auto& target = machine_.workspace.frontmost()) {
       target->receiveKey(keyCode, modifierFlags);
     }
