@@ -162,14 +162,19 @@ bool ClipboardProgram::provide(const xcb_selection_request_event_t& request) {
   if (offered == formats_.end() || offered->second == "refused") return false;
   const auto& data = offered->second;
   if (data.size() <= manners_.piece && !manners_.neverEnds) {
-    put(request.target, 8, data.size(), data.data());
+    const auto type = manners_.types.find(name);
+    const auto format = manners_.formats.find(name);
+    const int bits = format == manners_.formats.end() ? 8 : format->second;
+    put(type == manners_.types.end() ? request.target : connection_.atom(type->second),
+        static_cast<std::uint8_t>(bits), data.size() * 8 / static_cast<std::size_t>(bits),
+        data.data());
     return true;
   }
   const std::uint32_t watched = XCB_EVENT_MASK_PROPERTY_CHANGE;
   xcb_change_window_attributes(connection, request.requestor, XCB_CW_EVENT_MASK, &watched);
   const std::uint32_t hint = 1;
   put(connection_.atom("INCR"), 32, 1, &hint);
-  sending_[{request.requestor, request.property}] = {0, data};
+  sending_[{request.requestor, request.property}] = {0, data, request.target};
   return true;
 }
 
@@ -188,11 +193,11 @@ void ClipboardProgram::notify(const xcb_selection_request_event_t& request, bool
 void ClipboardProgram::sendPiece(const xcb_property_notify_event_t& event) {
   const auto found = sending_.find({event.window, event.atom});
   if (event.state != XCB_PROPERTY_DELETE || found == sending_.end()) return;
-  auto& [sent, data] = found->second;
+  auto& [sent, data, type] = found->second;
   if (manners_.neverEnds && sent == data.size()) sent = 0;
   const auto size = std::min(manners_.piece, data.size() - sent);
-  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, event.window, event.atom,
-                      XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(size), data.data() + sent);
+  xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, event.window, event.atom, type, 8,
+                      static_cast<std::uint32_t>(size), data.data() + sent);
   sent += size;
   if (size == 0) sending_.erase(found);
 }

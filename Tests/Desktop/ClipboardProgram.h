@@ -33,6 +33,8 @@ class ClipboardProgram {
     bool neverEnds = false;  ///< data come in pieces without an end
     std::size_t piece = 256u << 10;
     int targetsFormat = 32;
+    std::map<std::string, std::string> types;  ///< by target; else the target's own name
+    std::map<std::string, int> formats;        ///< bits per item, by target; else 8
   };
 
   ClipboardProgram();
@@ -57,6 +59,7 @@ class ClipboardProgram {
   struct Sending {
     std::size_t sent = 0;
     std::string data;
+    xcb_atom_t type = XCB_NONE;
   };
 
   void run();

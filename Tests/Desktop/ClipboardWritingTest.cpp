@@ -6,6 +6,7 @@
 
 #include "Platform/Image.h"
 #include "Tests/Desktop/ClipboardTest.h"
+#include "Tests/Desktop/PastingProgram.h"
 
 namespace zephyx {
 namespace {
@@ -21,72 +22,6 @@ class EncodedImage final : public Image {
   PixelSize pixelSize() const override { return {}; }
   std::shared_ptr<Image> drawnAtSize(Size) const override { return nullptr; }
   Bytes pngRepresentation() const override { return {0x89, 'P', 'N', 'G', 0}; }
-};
-
-/// Another program that pastes, one step after the other.
-class PastingProgram {
- public:
-  PastingProgram() : window_(xcb_generate_id(connection_.get())) {
-    const std::uint32_t events = XCB_EVENT_MASK_PROPERTY_CHANGE;
-    xcb_create_window(connection_.get(), 0, window_, connection_.root(), 0, 0, 1, 1, 0,
-                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, XCB_CW_EVENT_MASK,
-                      &events);
-  }
-
-  X11Connection& connection() { return connection_; }
-
-  void put(const std::string& property, const std::vector<xcb_atom_t>& atoms) {
-    xcb_change_property(connection_.get(), XCB_PROP_MODE_REPLACE, window_,
-                        connection_.atom(property), connection_.atom("ATOM_PAIR"), 32,
-                        static_cast<std::uint32_t>(atoms.size()), atoms.data());
-  }
-  /// Asks for a target and waits for the first word about it; false when it is refused.
-  bool ask(const std::string& target, const std::string& property) {
-    xcb_convert_selection(connection_.get(), window_, connection_.atom("CLIPBOARD"),
-                          connection_.atom(target), connection_.atom(property), XCB_CURRENT_TIME);
-    xcb_flush(connection_.get());
-    while (const auto event = XReply<xcb_generic_event_t>(xcb_wait_for_event(connection_.get()))) {
-      if ((event->response_type & 0x7F) != XCB_SELECTION_NOTIFY) continue;
-      return reinterpret_cast<const xcb_selection_notify_event_t&>(*event).property != XCB_NONE;
-    }
-    return false;
-  }
-  struct Property {
-    std::string type;
-    std::string data;
-  };
-  /// Reads a property and deletes it.
-  Property take(const std::string& property) {
-    const XReply<xcb_get_property_reply_t> reply(xcb_get_property_reply(
-        connection_.get(),
-        xcb_get_property(connection_.get(), 1, window_, connection_.atom(property),
-                         XCB_GET_PROPERTY_TYPE_ANY, 0, 1u << 24),
-        nullptr));
-    if (!reply || reply->type == XCB_NONE) return {};
-    return {connection_.atomName(reply->type),
-            {static_cast<const char*>(xcb_get_property_value(reply.get())),
-             static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))}};
-  }
-  /// The rest of a transfer in pieces.
-  std::string takePieces(const std::string& property) {
-    std::string whole;
-    while (const auto event = XReply<xcb_generic_event_t>(xcb_wait_for_event(connection_.get()))) {
-      const auto& notice = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
-      if ((event->response_type & 0x7F) != XCB_PROPERTY_NOTIFY ||
-          notice.state != XCB_PROPERTY_NEW_VALUE || notice.atom != connection_.atom(property)) {
-        continue;
-      }
-      const auto piece = take(property);
-      if (piece.type.empty()) continue;
-      if (piece.data.empty()) break;
-      whole += piece.data;
-    }
-    return whole;
-  }
-
- private:
-  X11Connection connection_;
-  xcb_window_t window_;
 };
 
 class ClipboardWriting : public ClipboardTest {
@@ -175,7 +110,7 @@ TEST_F(ClipboardWriting, ATransferOutlivesItsReaderAndItsContents) {
   ClipboardProgram program;
   program.copyText("newer still");
   EXPECT_EQ(slow.take("SLOW").type, "INCR");
-  EXPECT_TRUE(slow.takePieces("SLOW") == text);
+  EXPECT_TRUE(slow.takePieces("SLOW").data == text);
   EXPECT_FALSE(pasteboard.contents()->types().empty());
 }
 

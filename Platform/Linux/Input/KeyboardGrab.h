@@ -24,6 +24,8 @@ class KeyboardGrab {
   void letGo();
 
   bool isHeld() const { return isHeld_; }
+  /// Nobody wants it any more, but keys are still down.
+  bool isLeaving() const { return isHeld_ && holders_ == 0; }
 
  private:
   enum class Outcome { taken, busy, impossible };

@@ -33,12 +33,13 @@ Registration LinuxEventMonitors::captureKeyboard() {
 }
 
 bool LinuxEventMonitors::eventFilter(QObject* watched, QEvent* event) {
-  if (monitors_->empty()) {
+  const bool isCaptured = keyboard_ && keyboard_->isHeld();
+  if (monitors_->empty() && !isCaptured) {
     qGuiApp->removeEventFilter(this);
     return false;
   }
   // With the keyboard captured no key is a shortcut, neither of a text field nor of a window.
-  if (event->type() == QEvent::ShortcutOverride && keyboard_ && keyboard_->isHeld()) {
+  if (isCaptured && event->type() == QEvent::ShortcutOverride) {
     event->accept();
     return true;
   }
@@ -46,6 +47,7 @@ bool LinuxEventMonitors::eventFilter(QObject* watched, QEvent* event) {
   // events to itself.
   const auto* window = qobject_cast<QWindow*>(watched);
   if (!window || window->type() == Qt::Popup) return false;
+  if (event->type() == QEvent::KeyPress && keyboard_ && keyboard_->isLeaving()) return true;
   const auto translated = hostEvent(*event);
   if (!translated) return false;
 
