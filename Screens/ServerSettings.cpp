@@ -34,7 +34,7 @@ std::string keychainService(const std::string& origin) {
 
 }  // namespace
 
-ServerSettings::ServerSettings(UserDefaults& userDefaults, Keychain* keychain)
+ServerSettings::ServerSettings(UserDefaults& userDefaults, Keychain& keychain)
     : userDefaults_(userDefaults), keychain_(keychain) {}
 
 QString ServerSettings::address() const {
@@ -101,18 +101,16 @@ void ServerSettings::storeKey(const QString& key) {
     problem = tr("Enter the server's address first.");
   else if (!isUsableKey(secret))
     problem = tr("This cannot be a key: it holds characters that no key has.");
-  else if (!keychain_)
-    problem = tr("There is no secret store on this system, so no key is kept.");
   keyProblem_ = problem;
   if (!problem.isEmpty()) return emit keyChanged();
   ++working_;
   emit keyChanged();
   queue_.run(
-      [keychain = keychain_, service = keychainService(*server), secret] {
-        if (!keychain->isAvailable()) return std::pair(false, false);
+      [&keychain = keychain_, service = keychainService(*server), secret] {
+        if (!keychain.isAvailable()) return std::pair(false, false);
         const auto* bytes = reinterpret_cast<const std::uint8_t*>(secret.constData());
         return std::pair(
-            true, keychain->setPassword(service, {bytes, static_cast<std::size_t>(secret.size())}));
+            true, keychain.setPassword(service, {bytes, static_cast<std::size_t>(secret.size())}));
       },
       guard_.wrap([this, server = *server](std::pair<bool, bool> end) {
         const auto [available, stored] = end;
@@ -126,12 +124,12 @@ void ServerSettings::storeKey(const QString& key) {
 
 void ServerSettings::removeKey() {
   const auto server = origin();
-  if (!server || !keychain_) return;
+  if (!server) return;
   ++working_;
   keyProblem_.clear();
   emit keyChanged();
-  queue_.run([keychain = keychain_,
-              service = keychainService(*server)] { return keychain->deletePassword(service); },
+  queue_.run([&keychain = keychain_,
+              service = keychainService(*server)] { return keychain.deletePassword(service); },
              guard_.wrap([this, server = *server](bool removed) {
                finishKeyWork(server, !removed,
                              removed ? QString() : tr("The secret store did not let the key go."));
@@ -151,10 +149,10 @@ void ServerSettings::finishKeyWork(const std::string& origin, bool stored, const
 void ServerSettings::withServer(const QUrl& endpoint,
                                 std::function<void(std::optional<ChatServer>)> use) {
   const std::string server = chatOrigin(endpoint).toStdString();
-  if (!keychain_ || !userDefaults_.string(storedKeyPrefix + server))
+  if (!userDefaults_.string(storedKeyPrefix + server))
     return use(ChatServer{.endpoint = endpoint, .model = model(), .key = {}});
-  queue_.run([keychain = keychain_,
-              service = keychainService(server)] { return keychain->password(service); },
+  queue_.run([&keychain = keychain_,
+              service = keychainService(server)] { return keychain.password(service); },
              guard_.wrap([this, endpoint, use = std::move(use)](std::optional<Bytes> secret) {
                if (!secret) return use(std::nullopt);
                const QByteArray key(reinterpret_cast<const char*>(secret->data()),

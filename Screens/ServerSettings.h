@@ -32,7 +32,7 @@ class ServerSettings : public QObject {
   Q_PROPERTY(QString keyProblem READ keyProblem NOTIFY keyChanged)
 
  public:
-  ServerSettings(UserDefaults& userDefaults, Keychain* keychain);
+  ServerSettings(UserDefaults& userDefaults, Keychain& keychain);
 
   QString address() const;
   void setAddress(const QString& address);
@@ -64,7 +64,7 @@ class ServerSettings : public QObject {
   void finishKeyWork(const std::string& origin, bool stored, const QString& problem);
 
   UserDefaults& userDefaults_;
-  Keychain* keychain_;
+  Keychain& keychain_;
   int working_ = 0;
   QString keyProblem_;
   /// As it was typed last, when it cannot be used. Not kept: it may hold a password.

@@ -73,7 +73,8 @@ struct LinuxPlatform::Services {
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
   LinuxStatusBar statusBar;
-  LinuxFlutterEngines flutterEngines{dispatch, userDefaults, directories, pasteboard, *watch};
+  LinuxFlutterEngines flutterEngines{dispatch,   userDefaults, directories,
+                                     pasteboard, keychain,     *watch};
   LinuxApplication application{*watch, defaultCenter, *instance, windowHints};
 };
 

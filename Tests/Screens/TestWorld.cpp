@@ -88,7 +88,7 @@ void TestWorld::startProgram() {
   program_ = makeScreenProgram(
       entryPoint_,
       {screen_, defaults, directories_, readClipboardText,
-       [this](std::string text) { writtenTexts.push_back(std::move(text)); }, &keychain});
+       [this](std::string text) { writtenTexts.push_back(std::move(text)); }, keychain});
 }
 
 void TestWorld::stopProgram() {

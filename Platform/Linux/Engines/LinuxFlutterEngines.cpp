@@ -13,11 +13,12 @@ namespace zephyx {
 
 LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults,
                                          Directories& directories, Pasteboard& pasteboard,
-                                         DesktopWatch& watch)
+                                         Keychain& keychain, DesktopWatch& watch)
     : dispatch_(dispatch),
       userDefaults_(userDefaults),
       directories_(directories),
       pasteboard_(pasteboard),
+      keychain_(keychain),
       qml_(std::make_unique<QQmlEngine>()) {
   qml_->rootContext()->setContextProperty(QStringLiteral("desktop"), &watch);
 }
@@ -44,7 +45,8 @@ ScreenServices LinuxFlutterEngines::screenServices() {
           .userDefaults = userDefaults_,
           .directories = directories_,
           .readClipboardText = std::move(readClipboardText),
-          .writeClipboardText = std::move(writeClipboardText)};
+          .writeClipboardText = std::move(writeClipboardText),
+          .keychain = keychain_};
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(

@@ -12,6 +12,7 @@ namespace zephyx {
 class DesktopWatch;
 class Dispatch;
 class Directories;
+class Keychain;
 class Pasteboard;
 class UserDefaults;
 
@@ -20,7 +21,7 @@ class UserDefaults;
 class LinuxFlutterEngines final : public FlutterEngines {
  public:
   LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userDefaults, Directories& directories,
-                      Pasteboard& pasteboard, DesktopWatch& watch);
+                      Pasteboard& pasteboard, Keychain& keychain, DesktopWatch& watch);
   ~LinuxFlutterEngines() override;
 
   std::shared_ptr<FlutterEngine> makeEngine(const std::string& name) override;
@@ -36,6 +37,7 @@ class LinuxFlutterEngines final : public FlutterEngines {
   UserDefaults& userDefaults_;
   Directories& directories_;
   Pasteboard& pasteboard_;
+  Keychain& keychain_;
   std::unique_ptr<QQmlEngine> qml_;
 };
 
