@@ -12,10 +12,6 @@ constexpr qsizetype longestKey = 4'096;
 
 }  // namespace
 
-bool ChatServer::isLocal() const {
-  return isLoopback(endpoint);
-}
-
 bool isLoopback(const QUrl& url) {
   const QString host = url.host();
   return host == QLatin1String("localhost") || QHostAddress(host).isLoopback();

@@ -12,8 +12,6 @@ struct ChatServer {
   QUrl endpoint;
   QString model;   ///< empty where the server has but one
   QByteArray key;  ///< empty for none
-
-  bool isLocal() const;
 };
 
 /// Where to send requests, from what the user typed: "host", "host/v1" or the whole address. In

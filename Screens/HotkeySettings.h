@@ -6,6 +6,7 @@
 #include <QtCore/QStringList>
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "Channel/MethodChannel.h"

@@ -237,6 +237,12 @@ TEST(Pictures, TranslateScreen) {
     world.press(Qt::Key_Return);
     ASSERT_TRUE(world.waitForCall("translatePaste"));
     save("translate-permission");
+    world.press(Qt::Key_C, Qt::ControlModifier);
+    std::string longText;
+    for (int line = 1; line <= 60; ++line)
+      longText += "Line " + std::to_string(line) + " · مرحبا · こんにちは\n";
+    world.program()->controller()->setProperty("text", QString::fromStdString(longText));
+    save("translate-edited");
     showSession(world, "improve", "i think we shuld meet tomorow, its importent", "editor");
     answer(world, "I think we should meet tomorrow");
     endAnswer(world, "translateError",
@@ -246,8 +252,8 @@ TEST(Pictures, TranslateScreen) {
     showSession(world, "spelling", "teh quick brwon fox", "external");
     endAnswer(world, "translateError",
               {{"message",
-                "The server refused the key (401): Incorrect API key provided. You can find your "
-                "key in the account's settings."},
+                "The server refused the key (401): this key ended on the first of March; the "
+                "administrator of models.example.org gives out new ones."},
                {"code", "refused"}});
     save("translate-error");
     showSession(world, "translate", "Guten Morgen", "external");

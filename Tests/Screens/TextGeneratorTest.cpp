@@ -243,15 +243,15 @@ TEST_F(TextGeneratorTest, TheKeyLiesInTheSecretStoreAndGoesToItsOwnServerAlone) 
   auto& settings = *screen()->server();
   settings.storeKey("bad key\nX-Other: 1");
   EXPECT_FALSE(settings.keyProblem().isEmpty());
-  settings.storeKey(" sk-secret ");
+  settings.storeKey(" its-own-secret ");
   ASSERT_TRUE(waitFor([&] { return settings.hasKey() && !settings.busy(); }));
   ASSERT_EQ(world.keychain.secrets.size(), 1U);
   for (const auto& [key, value] : world.defaults.strings)
-    EXPECT_EQ((key + value).find("sk-secret"), std::string::npos) << key;
+    EXPECT_EQ((key + value).find("its-own-secret"), std::string::npos) << key;
 
   auto* request = begin(1);
   ASSERT_TRUE(request);
-  EXPECT_EQ(request->header("authorization"), "Bearer sk-secret");
+  EXPECT_EQ(request->header("authorization"), "Bearer its-own-secret");
   world.call("headlessTranslateCancel");
 
   ChatTestServer other;
