@@ -43,7 +43,7 @@ Column {
         visible: notice.unset
         horizontalAlignment: Text.AlignHCenter
         text: "Open Zephyx, choose Settings (" + notice.screen.settings.settingsShortcut
-            + ") and enter an address under “AI server”.\nOne on this computer, such as "
+            + ") and enter its address there.\nOne on this computer, such as "
             + "localhost:8080, needs no key."
         color: Theme.textFaint
         wrapMode: Text.Wrap
