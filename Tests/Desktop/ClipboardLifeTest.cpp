@@ -86,6 +86,7 @@ TEST_F(ClipboardLife, TheEndOfTheConnectionEndsTheThread) {
   auto& pasteboard = openAndObserve();
   const auto before = pasteboard.contents();
   pasteboard.clearContents();
+  pasteboard.writeString("ours");
   ASSERT_TRUE(pasteboard.offerAsPrimary());
   X11Connection other;
   const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
