@@ -125,10 +125,13 @@ class CaptureRecordingTest : public CaptureTest {
       if (config.modifiers & carbonModifier::command) keys.push_back(key::Super);
       keys.push_back(static_cast<std::uint8_t>(xKeycodeFromMac(config.keyCode)));
       fired_.clear();
+      isCaptured_ = false;
       press(keys);
       release(keys);
       EXPECT_TRUE(runUntil([&] { return !fired_.empty(); }, 2s));
       EXPECT_EQ(fired_, std::vector<HotkeyID>{id});
+      // A capture types keys of its own.
+      EXPECT_TRUE(id != HotkeyID::translate || runUntil([&] { return isCaptured_; }));
     }
     fired_.clear();
   }

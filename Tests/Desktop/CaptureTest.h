@@ -48,6 +48,7 @@ class CaptureTest : public testing::Test {
 
   VirtualDesktopOptions options_;
   std::vector<HotkeyID> fired_;
+  bool isCaptured_ = false;  ///< the capture that was begun last has ended
 
  private:
   std::unique_ptr<VirtualDesktop> desktop_;
@@ -56,7 +57,6 @@ class CaptureTest : public testing::Test {
   Registration handler_;
   std::shared_ptr<FakeMessenger> history_ = std::make_shared<FakeMessenger>();
   std::shared_ptr<MethodChannel> channel_;
-  bool isCaptured_ = false;
   std::optional<std::string> text_;
 };
 

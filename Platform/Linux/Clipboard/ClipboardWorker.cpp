@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <limits>
 #include <optional>
 #include <utility>
 
@@ -15,7 +14,6 @@ namespace {
 // So that a flood of events does not keep announced copies from being asked about.
 constexpr int mostEventsInOneStep = 256;
 
-constexpr std::uint64_t notOnTheClipboard = std::numeric_limits<std::uint64_t>::max();
 // Shorter than the host waits for a copy: a later one would look like one that the user made.
 constexpr FetchPatience selectedTextPatience{std::chrono::milliseconds(300),
                                              std::chrono::milliseconds(300)};
@@ -91,7 +89,6 @@ void ClipboardWorker::takeSelectedText(xcb_window_t window) {
         if (!fetched.payload) return;
         CopySnapshot snapshot;
         snapshot.number = notOnTheClipboard;
-        snapshot.ownWritesSeen = ownWritesSeen_;
         snapshot.offers = {text};
         snapshot.payloads[text.type] = std::move(*fetched.payload);
         selectedTexts_.push_back(std::move(snapshot));

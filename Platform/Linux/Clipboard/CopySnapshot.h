@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <limits>
 #include <map>
 #include <memory>
 #include <set>
@@ -12,6 +13,9 @@
 #include "Platform/Linux/Clipboard/TargetNames.h"
 
 namespace zephyx {
+
+/// The number of a text that is only selected: the clipboard has still what it had before.
+inline constexpr auto notOnTheClipboard = std::numeric_limits<std::uint64_t>::max();
 
 /// What was learnt of one copy while it was the newest.
 struct CopySnapshot {

@@ -86,12 +86,14 @@ void LinuxPasteboard::showSaved(SavedCopy saved) {
 
 void LinuxPasteboard::showCopy(CopySnapshot snapshot) {
   freedMemory_.giveBackLater();
-  const bool isOlderThanOwnWrite = owned_ && snapshot.ownWritesSeen < ownWrites_;
+  const bool isOnTheClipboard = snapshot.number != notOnTheClipboard;
+  const bool isOlderThanOwnWrite =
+      isOnTheClipboard && owned_ && snapshot.ownWritesSeen < ownWrites_;
   ++changeCount_;
   contents_ =
       std::make_shared<CopiedContents>(thread_, applicationForProcess_, std::move(snapshot));
   const auto shown = contents_;
-  if (!isOlderThanOwnWrite) owned_.reset();
+  if (isOnTheClipboard && !isOlderThanOwnWrite) owned_.reset();
   if (const auto handler = handler_) handler();
   // The handler had to see that copy, but the write came after it.
   if (isOlderThanOwnWrite && contents_ == shown) contents_ = owned_;
