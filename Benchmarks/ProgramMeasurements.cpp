@@ -1,5 +1,6 @@
 // Measures the whole program from outside, on a private desktop: prints "name value unit" lines.
-// `program_measurements start` measures one group only: start, first, copies or idle.
+// `program_measurements start` measures one group only: start, first, copies,
+// translate or idle.
 #include <unistd.h>
 #include <xcb/xfixes.h>
 
@@ -13,7 +14,9 @@
 #include <sstream>
 
 #include "Platform/Linux/X11.h"
+#include "Tests/Desktop/ChatServer.h"
 #include "Tests/Desktop/ClipboardProgram.h"
+#include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/ZephyxProcess.h"
 
 namespace zephyx {
@@ -263,10 +266,51 @@ void measureCopies() {
   measureImage(desktop, *program);
 }
 
+// From the hot key with text selected in a GTK editor to the panel on the screen, and to the text's
+// arrival at the server, which is what the panel asks as soon as it has the text.
+void measureTranslation() {
+  ChatServer server({"answer"});
+  VirtualDesktop desktop;
+  const auto settings = desktop.configHome() / "com.zephyx.app";
+  std::filesystem::create_directories(settings);
+  writeFile(settings / "defaults.json", R"({"flutter.ai.serverAddress": {"string": ")" +
+                                            server.address() +
+                                            R"("}, "flutter.ai.serverModel": {"string": "any"}})");
+  const auto program = readyProgram(desktop);
+  const TargetProgram target(desktop, TargetProgram::Kind::Gtk, "some words to translate");
+  target.copyAll();
+  std::vector<double> visible, delivered;
+  for (int round = 0; round < 12; ++round) {
+    const int before = server.requests();
+    const auto start = Clock::now();
+    desktop.input().chord({key::Control, key::Alt, key::Super, key::T});
+    require(waitFor([&] { return program->translatePanel().has_value(); }, milliseconds(5000),
+                    milliseconds(1)),
+            "the panel did not open");
+    visible.push_back(since(start));
+    require(
+        waitFor([&] { return server.requests() > before; }, milliseconds(5000), milliseconds(1)),
+        "the text did not arrive");
+    delivered.push_back(since(start));
+    const auto isGone = [&] {
+      desktop.input().tap(key::Escape);
+      return !program->translatePanel() && target.isActive();
+    };
+    require(waitFor(isGone, milliseconds(5000), milliseconds(50)), "the panel did not close");
+    pass(milliseconds(200));
+  }
+  // The first showing loads the screen.
+  visible.erase(visible.begin());
+  delivered.erase(delivered.begin());
+  report("translate.visible", median(visible), "ms");
+  report("translate.text", median(delivered), "ms");
+}
+
 int measure(const std::string& group) {
   const std::pair<const char*, void (*)()> groups[] = {{"start", &measureStart},
                                                        {"first", &measureFirstCopy},
                                                        {"copies", &measureCopies},
+                                                       {"translate", &measureTranslation},
                                                        {"idle", &measureIdle}};
   for (const auto& [name, function] : groups)
     if (group.empty() || group == name) function();

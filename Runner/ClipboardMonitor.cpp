@@ -33,9 +33,11 @@ ClipboardMonitor::~ClipboardMonitor() = default;
 
 void ClipboardMonitor::start() {
   lastChangeCount = pasteboard_.changeCount();
-  const auto look = lifetime_.wrap([this] { poll(); });
-  announcements_ = pasteboard_.observeChanges(ClipboardCapture::readPlan(), look);
-  timer_ = dispatch_.scheduleRepeatingTimer(pollInterval, look);
+  announcements_ = pasteboard_.observeChanges(ClipboardCapture::readPlan(), lifetime_.wrap([this] {
+    poll();
+    if (isSuspended && onChangeWhileSuspended) onChangeWhileSuspended();
+  }));
+  timer_ = dispatch_.scheduleRepeatingTimer(pollInterval, lifetime_.wrap([this] { poll(); }));
 }
 
 void ClipboardMonitor::poll() {

@@ -42,6 +42,8 @@ class ClipboardMonitor {
   std::shared_ptr<RunningApplication> rememberedApp;
   /// While true, polling does nothing.
   bool isSuspended = false;
+  /// Called when the system announces a change meanwhile.
+  std::function<void()> onChangeWhileSuspended;
 
   /// Polls every 0.4 s from now on, and at once when the system announces a change. What is on the
   /// pasteboard already is not recorded.

@@ -10,7 +10,6 @@
 #include "Platform/Workspace.h"
 #include "Runner/Arguments.h"
 #include "Runner/ClipboardMonitor.h"
-#include "Runner/ClipboardWriter.h"
 #include "Runner/Descriptions.h"
 #include "Runner/MenuChannel.h"
 #include "Runner/QuickLookCoordinator.h"
@@ -52,7 +51,8 @@ ClipboardPanelController::ClipboardPanelController(Platform& platform)
     : EnginePanelController(platform, {.logTag = "[Clipboard]",
                                        .engineName = "clipboard_engine",
                                        .entryPoint = "clipboardMain",
-                                       .size = panelSize}) {}
+                                       .size = panelSize}),
+      writer_(platform) {}
 
 void ClipboardPanelController::didCreateChannel() {
   auto& monitor = ClipboardMonitor::shared();
@@ -136,7 +136,7 @@ void ClipboardPanelController::handleSetPasteboard(const MethodCall& call, Metho
     return;
   }
   auto answer = std::make_shared<MethodResult>(std::move(result));
-  writeClipboardEntry(platform_, call.arguments, lifetime_.wrap([answer](std::int64_t changeCount) {
+  writer_.write(call.arguments, lifetime_.wrap([answer](std::int64_t changeCount) {
     ClipboardMonitor::shared().ignoreNextChangeCount = changeCount;
     answer->success();
   }));

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Platform/Registration.h"
+#include "Runner/ClipboardWriter.h"
 #include "Runner/EnginePanelController.h"
 
 namespace zephyx {
@@ -35,6 +36,7 @@ class ClipboardPanelController final : public EnginePanelController {
 
   /// Reused from call to call; never shrinks.
   std::vector<std::shared_ptr<VisualEffectView>> cardBlurPool_;
+  ClipboardWriter writer_;
   Registration dragMonitor_;
   bool quickLookActive_ = false;
 };

@@ -36,7 +36,7 @@ Entry parse(const Value& arguments) {
           .plainText = boolArgument(arguments, "plainText").value_or(false)};
 }
 
-std::int64_t write(Pasteboard& pasteboard, const Entry& entry, const Image* image) {
+std::int64_t writeEntry(Pasteboard& pasteboard, const Entry& entry, const Image* image) {
   pasteboard.clearContents();
   const auto fileUrl = entry.type == "file" && entry.filePath
                            ? Url::parse("file://" + percentEncodedPath(*entry.filePath))
@@ -56,22 +56,26 @@ std::int64_t write(Pasteboard& pasteboard, const Entry& entry, const Image* imag
 
 }  // namespace
 
-void writeClipboardEntry(Platform& platform, const Value& arguments,
-                         std::function<void(std::int64_t changeCount)> done) {
+void ClipboardWriter::write(const Value& arguments,
+                            std::function<void(std::int64_t changeCount)> done) {
   auto entry = parse(arguments);
-  auto& pasteboard = platform.pasteboard();
+  auto& pasteboard = platform_.pasteboard();
+  const auto number = ++newest_;
   if (entry.type != "image" || !entry.imageBlobPath) {
-    done(write(pasteboard, entry, nullptr));
+    done(writeEntry(pasteboard, entry, nullptr));
     return;
   }
-  platform.dispatch().globalQueue().async([&mainQueue = platform.dispatch().mainQueue(),
-                                           &images = platform.images(), &pasteboard,
-                                           entry = std::move(entry),
-                                           done = std::move(done)]() mutable {
-    auto image = images.decodeFile(*entry.imageBlobPath);
-    mainQueue.async([&pasteboard, entry = std::move(entry), done = std::move(done),
-                     image = std::move(image)] { done(write(pasteboard, entry, image.get())); });
+  auto finish = lifetime_.wrap([this, number, &pasteboard, entry,
+                                done = std::move(done)](const std::shared_ptr<Image>& image) {
+    done(number == newest_ ? writeEntry(pasteboard, entry, image.get()) : pasteboard.changeCount());
   });
+  platform_.dispatch().globalQueue().async(
+      [&mainQueue = platform_.dispatch().mainQueue(), &images = platform_.images(),
+       path = *entry.imageBlobPath, finish = std::move(finish)]() mutable {
+        mainQueue.async([image = images.decodeFile(path), finish = std::move(finish)]() mutable {
+          finish(image);
+        });
+      });
 }
 
 }  // namespace zephyx

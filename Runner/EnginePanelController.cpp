@@ -32,6 +32,7 @@ EnginePanelController::EnginePanelController(Platform& platform, EnginePanelTrai
     : platform_(platform), traits_(std::move(traits)) {}
 
 EnginePanelController::~EnginePanelController() {
+  observers_.clear();  // the panel's end is none of their news
   // An engine ends in this order: handlers off, its view out of the window, shut down, released.
   if (methodChannel_) methodChannel_->setMethodCallHandler(nullptr);
   if (panel_) panel_->setContentViewController(nullptr);

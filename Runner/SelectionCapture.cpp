@@ -31,7 +31,9 @@ SelectionCapture::SelectionCapture(Platform& platform)
       globalQueue_(platform.dispatch().globalQueue()),
       eventPoster_(platform.eventPoster()),
       pasteboard_(platform.pasteboard()),
-      log_(platform.systemLog()) {}
+      log_(platform.systemLog()) {
+  ClipboardMonitor::shared().onChangeWhileSuspended = lifetime_.wrap([this] { lookForChanges(); });
+}
 
 void SelectionCapture::begin(Completion completion) {
   if (!accessibility_.isProcessTrusted()) {
@@ -62,7 +64,7 @@ void SelectionCapture::save(SessionPointer session, int attempt) {
 }
 
 void SelectionCapture::typeCopyChord(const SessionPointer& session) {
-  ++running_;
+  running_.push_back(session);
   ClipboardMonitor::shared().isSuspended = true;
   session->baseline = pasteboard_.changeCount();
   eventPoster_.postKey(keyCode::c, eventModifier::command);
@@ -80,6 +82,7 @@ void SelectionCapture::pollLater(SessionPointer session, double elapsed) {
 }
 
 void SelectionCapture::pollForChange(const SessionPointer& session, double elapsed) {
+  if (session->isOver) return;
   if (pasteboard_.changeCount() != session->baseline) {
     finishWithChange(session);
   } else if (elapsed + pollInterval < patience) {
@@ -89,18 +92,29 @@ void SelectionCapture::pollForChange(const SessionPointer& session, double elaps
   }
 }
 
+// At once, where the system announces changes: the next look may be 40 ms away.
+void SelectionCapture::lookForChanges() {
+  for (const auto& session : std::vector(running_)) {
+    if (!session->isOver && pasteboard_.changeCount() != session->baseline) {
+      finishWithChange(session);
+    }
+  }
+}
+
 void SelectionCapture::finishWithChange(SessionPointer session) {
+  session->isOver = true;
   readString([this, session = std::move(session)](std::optional<std::string> text) {
     pasteboard_.clearContents();
     if (!session->savedItems->isEmpty()) pasteboard_.writeItems(*session->savedItems);
-    resumeMonitor();
+    resumeMonitor(session);
     session->completion(std::move(text));
   });
 }
 
 // What is there is the user's, and nothing has to be put back.
 void SelectionCapture::timeOut(SessionPointer session) {
-  resumeMonitor();
+  session->isOver = true;
+  resumeMonitor(session);
   readString(std::move(session->completion));
 }
 
@@ -115,10 +129,11 @@ void SelectionCapture::readString(Completion use) {
 }
 
 // A second capture may have begun meanwhile, whose copy is not an entry either.
-void SelectionCapture::resumeMonitor() {
+void SelectionCapture::resumeMonitor(const SessionPointer& session) {
   auto& monitor = ClipboardMonitor::shared();
   monitor.lastChangeCount = pasteboard_.changeCount();
-  if (--running_ == 0) monitor.isSuspended = false;
+  std::erase(running_, session);
+  monitor.isSuspended = !running_.empty();
 }
 
 }  // namespace zephyx

@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "Platform/LifetimeGuard.h"
 
@@ -36,6 +37,7 @@ class SelectionCapture {
   struct Session {
     std::shared_ptr<const PasteboardItems> savedItems;
     std::int64_t baseline = 0;
+    bool isOver = false;  ///< changed or timed out
     Completion completion;
   };
   using SessionPointer = std::shared_ptr<Session>;
@@ -45,11 +47,12 @@ class SelectionCapture {
   void typeCopyChord(const SessionPointer& session);
   void pollLater(SessionPointer session, double elapsed);
   void pollForChange(const SessionPointer& session, double elapsed);
+  void lookForChanges();
   void finishWithChange(SessionPointer session);
   void timeOut(SessionPointer session);
   /// Reads away from the main thread: the text's owner may take its time.
   void readString(Completion use);
-  void resumeMonitor();
+  void resumeMonitor(const SessionPointer& session);
 
   Accessibility& accessibility_;
   DispatchQueue& mainQueue_;
@@ -57,7 +60,7 @@ class SelectionCapture {
   EventPoster& eventPoster_;
   Pasteboard& pasteboard_;
   SystemLog& log_;
-  int running_ = 0;  ///< captures that hold the monitor suspended
+  std::vector<SessionPointer> running_;  ///< these hold the monitor suspended
   LifetimeGuard lifetime_;
 };
 

@@ -165,10 +165,15 @@ void TranslatePanelController::deliver(const std::optional<std::string>& text, s
 
 void TranslatePanelController::panelDidResignKey() {
   if (isHiding_) return;  // the loss is our own doing
+  // Only then is it known which window has the keyboard instead.
+  platform_.dispatch().mainQueue().async(lifetime_.wrap([this] { didLoseKeyboard(); }));
+}
+
+void TranslatePanelController::didLoseKeyboard() {
+  if (!panel_->isVisible() || panel_->isKeyWindow()) return;
   auto& application = platform_.application();
   const double now = platform_.dispatch().wallClock();
-  const bool isVisible = panel_->isVisible();
-  if (isVisible && application.isActive() && lastShowAt_ && now - *lastShowAt_ < resignGrace) {
+  if (application.isActive() && lastShowAt_ && now - *lastShowAt_ < resignGrace) {
     log("panelDidResignKey: resign transitorio dentro de la gracia — reafirmando key");
     takeFocus();
     tellEngine(sentMethod::focusPanel);
@@ -176,7 +181,7 @@ void TranslatePanelController::panelDidResignKey() {
   }
   const auto windows = application.windows();
   const auto key = application.keyWindow();
-  if (isVisible && key && !windows.empty() && key == windows.front()) {
+  if (key && !windows.empty() && key == windows.front()) {
     log("panelDidResignKey: key pasó a la ventana de notas — panel queda visible (overlay), "
         "generación continúa");
     return;

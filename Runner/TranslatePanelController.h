@@ -35,6 +35,7 @@ class TranslatePanelController final : public EnginePanelController {
   void panelDidResignKey() override;
   void handle(const MethodCall& call, MethodResult result) override;
 
+  void didLoseKeyboard();
   void appDidResignActive();
   void dismiss();
   void handleRequest(const MethodCall& call, MethodResult result);

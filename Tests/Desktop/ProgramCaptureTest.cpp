@@ -180,7 +180,11 @@ TEST_F(ProgramCaptureTest, AFetchedSelectionIsNoEntryAndLeavesTheClipboardAsItWa
   input().chord({key::Control, key::Alt, key::Super, key::T});
   EXPECT_TRUE(program().waitForLog(shown, shows + 1));
   EXPECT_EQ(desktop().pasted(), "before");
-  EXPECT_TRUE(waitFor([&] { return windows().active() != target.window().id; }));
+  EXPECT_TRUE(waitFor([&] {
+    const auto panel = program().translatePanel();
+    return panel && windows().focused() == panel->id;
+  }));
+  pass(milliseconds(100));  // the program has heard of it too
   EXPECT_TRUE(target.activate());
   EXPECT_TRUE(program().waitForLog(hidden, hides + 1)) << "another program took its place";
   desktop().copy("after");

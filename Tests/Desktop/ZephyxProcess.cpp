@@ -44,9 +44,17 @@ std::optional<DesktopWindow> ZephyxProcess::mainWindow() const {
 }
 
 std::optional<DesktopWindow> ZephyxProcess::panel() const {
+  return windowOfSize(panelWidth, panelHeight);
+}
+
+std::optional<DesktopWindow> ZephyxProcess::translatePanel() const {
+  return windowOfSize(620, 580);
+}
+
+std::optional<DesktopWindow> ZephyxProcess::windowOfSize(int width, int height) const {
   return desktop_.windows().find([&](const DesktopWindow& window) {
-    return window.pid == pid() && window.viewable && window.width == panelWidth &&
-           window.height == panelHeight;
+    return window.pid == pid() && window.viewable && window.width == width &&
+           window.height == height;
   });
 }
 

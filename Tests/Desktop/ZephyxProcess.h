@@ -27,7 +27,10 @@ class ZephyxProcess {
   std::size_t logCount(const std::string& text) const;
 
   std::optional<DesktopWindow> mainWindow() const;
+  /// The clipboard's.
   std::optional<DesktopWindow> panel() const;
+  /// Of the compact size.
+  std::optional<DesktopWindow> translatePanel() const;
   /// The icon, once a tray has taken it in.
   std::optional<DesktopWindow> trayIcon() const;
   /// The open menu.
@@ -46,6 +49,8 @@ class ZephyxProcess {
   static constexpr int firstEntryY = 186;
 
  private:
+  std::optional<DesktopWindow> windowOfSize(int width, int height) const;
+
   VirtualDesktop& desktop_;
   std::filesystem::path logFile_;
   HistoryFile history_;

@@ -74,6 +74,19 @@ TEST_F(ClipboardPanelPasteTest, PutsEntriesBackOnThePasteboard) {
   }
 }
 
+TEST_F(ClipboardPanelPasteTest, ALaterEntryIsNotReplacedByAPictureThatTookItsTime) {
+  const auto blob = desktop.directories.home() + "/blob.png";
+  std::ofstream(blob, std::ios::binary).write("SIMPNG 30 20 72\n", 16);
+  const auto picture =
+      panelScreen().send("clipboardSetPasteboard", Map{{"type", "image"}, {"imageBlobPath", blob}});
+  const auto text = panelScreen().send("clipboardSetPasteboard", Map{{"text", "later"}});
+  desktop.dispatch.settle();
+  EXPECT_EQ(*picture, nil);
+  EXPECT_EQ(*text, nil);
+  EXPECT_THAT(desktop.pasteboard.offeredTypes(), ElementsAre("public.utf8-plain-text"));
+  EXPECT_EQ(desktop.pasteboard.pastedString(), "later");
+}
+
 TEST_F(ClipboardPanelPasteTest, PastesIntoTheApplicationThatWasInFront) {
   ignoreLog("[PasteBack]");
   call("clipboardSetPasteboard", Map{{"text", "from history"}});

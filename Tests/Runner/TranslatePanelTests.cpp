@@ -169,7 +169,10 @@ TEST_F(TranslatePanelTest, EachSessionEndsInOneEventWithItsOutcome) {
 
 TEST_F(TranslatePanelTest, ALossOfTheKeyboardDismissesItExceptRightAfterShowingAndForTheNotes) {
   open();
-  const auto loseKeyboard = [&] { desktop.application.takeKeyboardAway(); };
+  const auto loseKeyboard = [&] {
+    desktop.application.takeKeyboardAway();
+    desktop.dispatch.settle();
+  };
   loseKeyboard();
   EXPECT_TRUE(translatePanel().isKeyWindow());
   EXPECT_THAT(takeLog(), ElementsAre("[Translate] panelDidResignKey: resign transitorio dentro de "

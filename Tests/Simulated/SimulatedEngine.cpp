@@ -7,7 +7,8 @@
 
 namespace zephyx {
 namespace {
-const std::set<std::string> entryPoints = {"main", "clipboardMain", "translateMain", "contractMain"};
+const std::set<std::string> entryPoints = {"main", "clipboardMain", "translateMain",
+                                           "contractMain"};
 }
 
 SimulatedEngine::SimulatedEngine(std::string name, bool canRun, SimulatedDispatch& dispatch,

@@ -162,7 +162,11 @@ void LinuxPasteboard::offerNow() {
 
 bool LinuxPasteboard::waitUntilOffered() {
   if (isOfferPending_) offerNow();
-  return !offered_.valid() || becomesTrue(std::exchange(offered_, {}));
+  if (!offered_.valid() || becomesTrue(std::exchange(offered_, {}))) return true;
+  // Others hold the clipboard in spite of all tries: what is there is theirs.
+  owned_.reset();
+  contents_ = std::make_shared<CopiedContents>(thread_, applicationForProcess_);
+  return false;
 }
 
 bool LinuxPasteboard::offerAsPrimary() {

@@ -68,7 +68,8 @@ std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t 
   if (chord.key == 0) return std::nullopt;
   const char letter = usLetterOfMacKeyCode(keyCode);
   if (modifierFlags != eventModifier::command || (letter != 'v' && letter != 'c')) return chord;
-  if (letter == 'v') pasteboard_.waitUntilOffered();
+  // Else another program's contents would be pasted.
+  if (letter == 'v' && !pasteboard_.waitUntilOffered()) return std::nullopt;
 
   switch (pasteStyleOf(activeWindowClass())) {
     case PasteStyle::control:
@@ -77,7 +78,7 @@ std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t 
       chord.modifiers = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_SHIFT;
       return chord;
     case PasteStyle::shiftInsert:
-      pasteboard_.offerAsPrimary();
+      if (!pasteboard_.offerAsPrimary()) return std::nullopt;
       return Chord{insertKey, XCB_MOD_MASK_SHIFT};
   }
   return std::nullopt;
