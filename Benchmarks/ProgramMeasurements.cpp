@@ -271,11 +271,7 @@ void measureCopies() {
 void measureTranslation() {
   ChatServer server({"answer"});
   VirtualDesktop desktop;
-  const auto settings = desktop.configHome() / "com.zephyx.app";
-  std::filesystem::create_directories(settings);
-  writeFile(settings / "defaults.json", R"({"flutter.ai.serverAddress": {"string": ")" +
-                                            server.address() +
-                                            R"("}, "flutter.ai.serverModel": {"string": "any"}})");
+  ZephyxProcess::useChatServer(desktop, server.address());
   const auto program = readyProgram(desktop);
   const TargetProgram target(desktop, TargetProgram::Kind::Gtk, "some words to translate");
   target.copyAll();

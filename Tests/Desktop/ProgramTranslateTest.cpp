@@ -8,11 +8,7 @@ namespace {
 class ProgramTranslateTest : public testing::Test {
  protected:
   void SetUp() override {
-    const auto settings = desktop_.configHome() / "com.zephyx.app";
-    std::filesystem::create_directories(settings);
-    writeFile(settings / "defaults.json",
-              R"({"flutter.ai.serverAddress": {"string": ")" + server_.address() +
-                  R"("}, "flutter.ai.serverModel": {"string": "any"}})");
+    ZephyxProcess::useChatServer(desktop_, server_.address());
     program_.emplace(desktop_);
     ASSERT_TRUE(program_->waitUntilReady());
   }

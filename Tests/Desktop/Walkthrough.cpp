@@ -72,6 +72,7 @@ bool Walkthrough::run() {
     pasteWithMouse();
     pasteIntoTerminal();
     searchAndPreview();
+    translateSelection();
     menuAndMainWindow();
   } catch (const std::exception& error) {
     std::cout << error.what() << '\n';
@@ -84,6 +85,7 @@ bool Walkthrough::run() {
 }
 
 void Walkthrough::start() {
+  ZephyxProcess::useChatServer(desktop_, server_.address());
   program_ = std::make_unique<ZephyxProcess>(desktop_);
   mustStep("started", "Zephyx's main window, its icon in the tray; Shift+Super+V is its own", [&] {
     const auto window = program_->mainWindow();
@@ -191,6 +193,22 @@ void Walkthrough::searchAndPreview() {
   desktop_.input().tap(key::Escape);
   step("escaped", "Escape closed the panel; Mousepad has the keyboard back",
        [&] { return panelIsGone() && editor_->isActive(); });
+}
+
+void Walkthrough::translateSelection() {
+  if (!line_->activate()) throw std::runtime_error("the Qt program does not come to the front");
+  desktop_.input().chord({key::Control, key::A});
+  desktop_.input().chord({key::Control, key::Alt, key::Super, key::T});
+  mustStep("translated", "Control+Alt+Super+T: the selected text and the answer of a server", [&] {
+    const auto panel = program_->translatePanel();
+    return panel && desktop_.windows().focused() == panel->id && server_.answered() > 0;
+  });
+  desktop_.input().chord({key::Control, key::B});
+  step("translated-wide", "Control+B: both side by side",
+       [&] { return !program_->translatePanel(); });
+  desktop_.input().tap(key::Return);
+  step("translation-pasted", "Enter: the answer in the place of the selection",
+       [&] { return line_->isActive() && line_->text() == "una línea traducida en el editor"; });
 }
 
 void Walkthrough::menuAndMainWindow() {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "Tests/Desktop/ChatServer.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/ZephyxProcess.h"
 
@@ -31,6 +32,7 @@ class Walkthrough {
   void pasteWithMouse();
   void pasteIntoTerminal();
   void searchAndPreview();
+  void translateSelection();
   void menuAndMainWindow();
 
   void pressHotKey();
@@ -40,6 +42,7 @@ class Walkthrough {
   std::filesystem::path pictures_;
   int number_ = 0;
   int failures_ = 0;
+  ChatServer server_{{"una línea", " traducida", " en el editor"}};
   VirtualDesktop desktop_;
   std::unique_ptr<ZephyxProcess> program_;
   std::unique_ptr<TargetProgram> editor_;

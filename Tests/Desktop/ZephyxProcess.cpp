@@ -21,6 +21,13 @@ bool ZephyxProcess::waitUntilReady() const {
          waitFor([&] { return desktop_.windows().isGrabbedByOthers(key::V, shiftSuper); });
 }
 
+void ZephyxProcess::useChatServer(const VirtualDesktop& desktop, const std::string& address) {
+  const auto folder = desktop.configHome() / "com.zephyx.app";
+  std::filesystem::create_directories(folder);
+  writeFile(folder / "defaults.json", R"({"flutter.ai.serverAddress": {"string": ")" + address +
+                                          R"("}, "flutter.ai.serverModel": {"string": "any"}})");
+}
+
 std::string ZephyxProcess::log() const {
   return readFile(logFile_);
 }
