@@ -154,7 +154,7 @@ void AppDelegate::captureAndShowPanel(const std::string& mode) {
     }
     return;
   }
-  SelectionCapture::capture(lifetime_.wrap([&panel, mode](std::optional<std::string> text) {
+  SelectionCapture::capture(lifetime_.wrap([&panel, mode](const std::optional<std::string>& text) {
     panel.showPanel();
     panel.deliver(text, panel.captureEpoch(), mode);
   }));

@@ -46,11 +46,11 @@ void SelectionCapture::begin(Completion completion) {
   }
   auto session = std::make_shared<Session>();
   session->completion = std::move(completion);
-  save(std::move(session), 1);
+  save(session, 1);
 }
 
 // The monitor goes on meanwhile: nothing has been typed yet, so every change is the user's.
-void SelectionCapture::save(SessionPointer session, int attempt) {
+void SelectionCapture::save(const SessionPointer& session, int attempt) {
   const auto before = pasteboard_.changeCount();
   pasteboard_.copyItems(lifetime_.wrap(
       [this, session, before, attempt](std::shared_ptr<const PasteboardItems> items) {
@@ -101,9 +101,9 @@ void SelectionCapture::lookForChanges() {
   }
 }
 
-void SelectionCapture::finishWithChange(SessionPointer session) {
+void SelectionCapture::finishWithChange(const SessionPointer& session) {
   session->isOver = true;
-  readString([this, session = std::move(session)](std::optional<std::string> text) {
+  readString([this, session](std::optional<std::string> text) {
     pasteboard_.clearContents();
     if (!session->savedItems->isEmpty()) pasteboard_.writeItems(*session->savedItems);
     resumeMonitor(session);
@@ -112,7 +112,7 @@ void SelectionCapture::finishWithChange(SessionPointer session) {
 }
 
 // What is there is the user's, and nothing has to be put back.
-void SelectionCapture::timeOut(SessionPointer session) {
+void SelectionCapture::timeOut(const SessionPointer& session) {
   session->isOver = true;
   resumeMonitor(session);
   readString(std::move(session->completion));

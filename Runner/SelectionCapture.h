@@ -43,13 +43,13 @@ class SelectionCapture {
   using SessionPointer = std::shared_ptr<Session>;
 
   void begin(Completion completion);
-  void save(SessionPointer session, int attempt);
+  void save(const SessionPointer& session, int attempt);
   void typeCopyChord(const SessionPointer& session);
   void pollLater(SessionPointer session, double elapsed);
   void pollForChange(const SessionPointer& session, double elapsed);
   void lookForChanges();
-  void finishWithChange(SessionPointer session);
-  void timeOut(SessionPointer session);
+  void finishWithChange(const SessionPointer& session);
+  void timeOut(const SessionPointer& session);
   /// Reads away from the main thread: the text's owner may take its time.
   void readString(Completion use);
   void resumeMonitor(const SessionPointer& session);

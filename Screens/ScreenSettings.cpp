@@ -113,7 +113,7 @@ void ScreenSettings::clearSettingsShortcut() {
 }
 
 QString ScreenSettings::choice(const char* key, const QVariantList& choices) const {
-  const QString stored = QString::fromStdString(userDefaults_.string(key).value_or(""));
+  QString stored = QString::fromStdString(userDefaults_.string(key).value_or(""));
   for (const QVariant& choice : choices)
     if (choice.toMap()["id"] == stored) return stored;
   return choices.front().toMap()["id"].toString();

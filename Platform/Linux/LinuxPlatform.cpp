@@ -31,6 +31,11 @@
 #include "Platform/LocalNotificationCenter.h"
 
 namespace zephyx {
+namespace {
+
+constexpr double preparationDelay = 1;  // after the start, which it must not slow down
+
+}  // namespace
 
 /// Destroyed from the last to the first.
 struct LinuxPlatform::Services {
@@ -40,6 +45,7 @@ struct LinuxPlatform::Services {
     watch->start();
     QObject::connect(watch.get(), &DesktopWatch::currentDesktopChanged, watch.get(),
                      [this] { workspaceCenter.post(notification::activeSpaceDidChange, nullptr); });
+    dispatch.globalQueue().asyncAfter(preparationDelay, [this] { workspace.prepare(); });
   }
   // Work of the global queue may be using any service.
   ~Services() { dispatch.finishGlobalWork(); }

@@ -13,6 +13,7 @@ namespace {
 
 constexpr qint64 textLimit = 256 * 1024;
 constexpr qint64 quickLimit = 128 * 1024;
+constexpr qint64 quickPixels = 1'000'000;
 
 QString pathOf(const std::string& fileUrl) {
   return QUrl(QString::fromStdString(fileUrl)).toLocalFile();
@@ -80,7 +81,11 @@ PreviewContent PreviewContent::ofFile(const std::string& fileUrl, QSize limit) {
 
 bool PreviewContent::isQuick(const std::string& fileUrl) {
   const QFileInfo info(pathOf(fileUrl));
-  return info.isDir() || info.size() <= quickLimit;
+  if (info.isDir()) return true;
+  if (info.size() > quickLimit) return false;
+  // A small file may hold a large picture.
+  const QSize size = QImageReader(info.filePath()).size();
+  return !size.isValid() || qint64{size.width()} * size.height() <= quickPixels;
 }
 
 }  // namespace zephyx

@@ -105,6 +105,11 @@ std::optional<DesktopEntry> DesktopEntries::forWindow(const WindowClass& window)
   return std::nullopt;
 }
 
+void DesktopEntries::prefetch() {
+  const std::lock_guard lock(mutex_);
+  refresh();
+}
+
 std::optional<DesktopEntry> DesktopEntries::forProgram(const QString& program) {
   return forWindow({{}, {}, {}, program});
 }

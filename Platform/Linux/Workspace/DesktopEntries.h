@@ -29,6 +29,8 @@ struct WindowClass {
 /// directory has changed. Any thread.
 class DesktopEntries {
  public:
+  /// Reads them, so that the next question does not have to.
+  void prefetch();
   std::optional<DesktopEntry> forWindow(const WindowClass& window);
   /// By the name of its executable.
   std::optional<DesktopEntry> forProgram(const QString& program);

@@ -21,6 +21,9 @@ class LinuxWorkspace : public Workspace {
   void openUrl(const std::string& url) override;
   void activateFileViewerSelecting(const std::string& path) override;
 
+  /// Reads what applications are called, so that the first hot key does not have to. Any thread.
+  void prepare() const { entries_.prefetch(); }
+
   /// The application of a running process; null when it has ended. It is active while any of its
   /// windows is. Any thread.
   std::shared_ptr<RunningApplication> applicationForProcess(int process) const;
