@@ -7,9 +7,8 @@
 
 namespace zephyx {
 
-LinuxFlutterEngine::LinuxFlutterEngine(std::string name, Dispatch& dispatch,
-                                       ScreenServices services)
-    : name_(std::move(name)), services_(std::move(services)) {
+LinuxFlutterEngine::LinuxFlutterEngine(Dispatch& dispatch, ScreenServices services)
+    : services_(std::move(services)) {
   std::tie(hostEnd_, services_.messenger) = LinuxBinaryMessenger::makePair(dispatch.mainQueue());
 }
 

@@ -16,7 +16,7 @@ class LinuxBinaryMessenger;
 class LinuxFlutterEngine final : public FlutterEngine {
  public:
   /// `services` without a messenger: the engine makes its own.
-  LinuxFlutterEngine(std::string name, Dispatch& dispatch, ScreenServices services);
+  LinuxFlutterEngine(Dispatch& dispatch, ScreenServices services);
   ~LinuxFlutterEngine() override;
 
   bool run(const std::string& entryPoint) override;
@@ -29,7 +29,6 @@ class LinuxFlutterEngine final : public FlutterEngine {
   void setWillShutDown(std::function<void()> handler) { willShutDown_ = std::move(handler); }
 
  private:
-  const std::string name_;
   std::shared_ptr<LinuxBinaryMessenger> hostEnd_;
   ScreenServices services_;
   std::unique_ptr<ScreenProgram> program_;

@@ -25,8 +25,8 @@ LinuxFlutterEngines::LinuxFlutterEngines(Dispatch& dispatch, UserDefaults& userD
 
 LinuxFlutterEngines::~LinuxFlutterEngines() = default;
 
-std::shared_ptr<FlutterEngine> LinuxFlutterEngines::makeEngine(const std::string& name) {
-  return std::make_shared<LinuxFlutterEngine>(name, dispatch_, screenServices());
+std::shared_ptr<FlutterEngine> LinuxFlutterEngines::makeEngine(const std::string&) {
+  return std::make_shared<LinuxFlutterEngine>(dispatch_, screenServices());
 }
 
 ScreenServices LinuxFlutterEngines::screenServices() {
@@ -57,7 +57,7 @@ std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewController(
 }
 
 std::shared_ptr<FlutterViewController> LinuxFlutterEngines::makeViewControllerWithDefaultEngine() {
-  auto engine = std::make_shared<LinuxFlutterEngine>("main", dispatch_, screenServices());
+  auto engine = std::make_shared<LinuxFlutterEngine>(dispatch_, screenServices());
   engine->run("main");
   auto controller = std::make_shared<LinuxFlutterViewController>(std::move(engine), *qml_);
   // The first picture of the program: other threads read it while the host gets ready.
