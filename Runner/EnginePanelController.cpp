@@ -14,6 +14,7 @@
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/Descriptions.h"
 #include "Runner/MenuChannel.h"
+#include "Runner/PointerScreen.h"
 #include "Runner/Url.h"
 
 namespace zephyx {
@@ -118,22 +119,13 @@ bool EnginePanelController::ensurePanel() {
 }
 
 void EnginePanelController::placeOnPointerScreen() {
-  auto& screens = platform_.screens();
-  const auto all = screens.screens();
-  if (all.empty()) {
+  const auto screen = pointerScreen(platform_.screens());
+  if (!screen) {
     panel_->setFrame({{0, 0}, traits_.size});
     panel_->center();
     return;
   }
-  const auto main = screens.mainScreenIndex();
-  auto chosen = all[main >= 0 ? static_cast<std::size_t>(main) : 0];
-  for (const auto& screen : all) {
-    if (screen.frame.containsPointer(screens.mouseLocation())) {
-      chosen = screen;
-      break;
-    }
-  }
-  const auto& visible = chosen.visibleFrame;
+  const auto& visible = screen->visibleFrame;
   panel_->setFrame(
       {{visible.midX() - traits_.size.width / 2, visible.midY() - traits_.size.height / 2},
        traits_.size});
