@@ -8,8 +8,8 @@
 
 namespace zephyx {
 
-/// A queue of work. Blocks of the main queue run one after another in the order in which they
-/// became due; blocks of the global queue may run at the same time.
+/// A queue of work. Blocks of the main queue and of serial queues run one after another in the order
+/// in which they became due; blocks of the global queue may run at the same time.
 class DispatchQueue {
  public:
   virtual ~DispatchQueue() = default;
@@ -20,6 +20,10 @@ class DispatchQueue {
   /// Runs `block` no sooner than `seconds` from now. Any thread.
   virtual void asyncAfter(double seconds, std::function<void()> block) = 0;
 };
+
+/// What a queue's work is for. `utility`: nobody waits for it, so it gives way to all else that the
+/// computer does.
+enum class QualityOfService { userInitiated, utility };
 
 /// A delayed block that can be taken back: it does not run once the registration is dropped, which
 /// happens on the queue's own thread. The registration may be dropped inside the block.
@@ -36,6 +40,11 @@ class Dispatch {
 
   /// Concurrent, of user-initiated priority.
   virtual DispatchQueue& globalQueue() = 0;
+
+  /// The queue of this label, made when it is first asked for: its blocks run off the main thread,
+  /// one at a time, in the order in which they became due. It lives as long as the platform, at
+  /// whose end blocks that are due still run and later ones are dropped. Main thread.
+  virtual DispatchQueue& serialQueue(const std::string& label, QualityOfService quality) = 0;
 
   /// True on the main thread. Any thread.
   virtual bool isMainThread() const = 0;

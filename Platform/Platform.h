@@ -22,6 +22,7 @@ class Screens;
 class StatusBar;
 class SystemLog;
 class TextMetrics;
+class UrlSession;
 class UserDefaults;
 class Workspace;
 
@@ -49,6 +50,7 @@ class Platform {
   virtual StatusBar& statusBar() = 0;
   virtual SystemLog& systemLog() = 0;
   virtual TextMetrics& textMetrics() = 0;
+  virtual UrlSession& urlSession() = 0;
   virtual UserDefaults& userDefaults() = 0;
   virtual Workspace& workspace() = 0;
 };

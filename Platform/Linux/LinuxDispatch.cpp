@@ -1,5 +1,7 @@
 #include "Platform/Linux/LinuxDispatch.h"
 
+#include <sys/resource.h>
+
 #include <QtCore/QCoreApplication>
 #include <QtCore/QEvent>
 #include <QtCore/QThread>
@@ -11,6 +13,9 @@
 
 namespace zephyx {
 namespace {
+
+/// Share of the processor that work nobody waits for leaves to the rest, on the system's scale.
+constexpr int utilityNiceness = 10;
 
 class BlockEvent final : public QEvent {
  public:
@@ -90,21 +95,39 @@ bool LinuxDispatch::MainQueue::event(QEvent* event) {
   return true;
 }
 
-void LinuxDispatch::GlobalQueue::async(std::function<void()> block) {
-  pool_.start(std::move(block));
-}
-
-void LinuxDispatch::GlobalQueue::asyncAfter(double seconds, std::function<void()> block) {
-  timers_.asyncAfter(seconds, [&pool = pool_, block = std::move(block)] { pool.start(block); });
-}
-
-LinuxDispatch::LinuxDispatch() {
+LinuxDispatch::PoolQueue::PoolQueue(MainQueue& timers, QualityOfService quality)
+    : timers_(timers), quality_(quality) {
   // Blocks may wait for other programs, so there are more threads than processors.
   pool_.setMaxThreadCount(std::max(4, QThread::idealThreadCount()));
 }
 
+void LinuxDispatch::PoolQueue::async(std::function<void()> block) {
+  if (quality_ == QualityOfService::userInitiated) return pool_.start(std::move(block));
+  pool_.start([block = std::move(block)] {
+    // Of this thread, not of the process; threads that the block starts inherit it.
+    setpriority(PRIO_PROCESS, 0, utilityNiceness);
+    block();
+  });
+}
+
+void LinuxDispatch::PoolQueue::asyncAfter(double seconds, std::function<void()> block) {
+  timers_.asyncAfter(seconds, [this, block = std::move(block)] { async(block); });
+}
+
+LinuxDispatch::LinuxDispatch() = default;
+
 LinuxDispatch::~LinuxDispatch() {
-  finishGlobalWork();
+  finishWork();
+}
+
+DispatchQueue& LinuxDispatch::serialQueue(const std::string& label, QualityOfService quality) {
+  auto& concurrent = quality == QualityOfService::utility ? utility_ : global_;
+  return serial_.try_emplace(label, concurrent).first->second;
+}
+
+void LinuxDispatch::finishWork() {
+  utility_.finish();
+  global_.finish();
 }
 
 Registration LinuxDispatch::scheduleRepeatingTimer(double interval, std::function<void()> block) {

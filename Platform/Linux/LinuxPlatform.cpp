@@ -19,6 +19,7 @@
 #include "Platform/Linux/LinuxSystemLog.h"
 #include "Platform/Linux/LinuxUserDefaults.h"
 #include "Platform/Linux/Menus/LinuxStatusItem.h"
+#include "Platform/Linux/Network/LinuxUrlSession.h"
 #include "Platform/Linux/Pictures/LinuxImages.h"
 #include "Platform/Linux/Preview/LinuxPreviewPanel.h"
 #include "Platform/Linux/SingleInstance.h"
@@ -47,8 +48,8 @@ struct LinuxPlatform::Services {
                      [this] { workspaceCenter.post(notification::activeSpaceDidChange, nullptr); });
     dispatch.globalQueue().asyncAfter(preparationDelay, [this] { workspace.prepare(); });
   }
-  // Work of the global queue may be using any service.
-  ~Services() { dispatch.finishGlobalWork(); }
+  // Work of the queues may be using any service.
+  ~Services() { dispatch.finishWork(); }
 
   // A user without a home has no settings that last: a folder that others can write to is no place.
   std::string settingsFolder() const {
@@ -65,6 +66,7 @@ struct LinuxPlatform::Services {
   LocalNotificationCenter workspaceCenter;
   LinuxUserDefaults userDefaults{settingsFolder(), systemLog};
   LinuxKeychain keychain;
+  LinuxUrlSession urlSession;
   LinuxImages images;
   LinuxWorkspace workspace;
   LinuxPasteboard pasteboard{
@@ -164,6 +166,10 @@ SystemLog& LinuxPlatform::systemLog() {
 
 TextMetrics& LinuxPlatform::textMetrics() {
   return services_->textMetrics;
+}
+
+UrlSession& LinuxPlatform::urlSession() {
+  return services_->urlSession;
 }
 
 UserDefaults& LinuxPlatform::userDefaults() {

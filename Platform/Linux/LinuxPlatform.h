@@ -35,6 +35,7 @@ class LinuxPlatform final : public Platform {
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TextMetrics& textMetrics() override;
+  UrlSession& urlSession() override;
   UserDefaults& userDefaults() override;
   Workspace& workspace() override;
 

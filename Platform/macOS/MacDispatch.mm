@@ -35,6 +35,22 @@ class RunningTimer {
 
 }  // namespace
 
+DispatchQueue& MacDispatch::serialQueue(const std::string& label, QualityOfService quality) {
+  const auto found = serialQueues_.find(label);
+  if (found != serialQueues_.end()) return found->second;
+  const auto systemQuality =
+      quality == QualityOfService::utility ? QOS_CLASS_UTILITY : QOS_CLASS_USER_INITIATED;
+  dispatch_queue_t queue = dispatch_queue_create(
+      label.c_str(),
+      dispatch_queue_attr_make_with_qos_class(DISPATCH_QUEUE_SERIAL, systemQuality, 0));
+  return serialQueues_.try_emplace(label, queue).first->second;
+}
+
+void MacDispatch::finishWork() {
+  for (auto& [label, queue] : serialQueues_) queue.finish();
+  globalQueue_.finish();
+}
+
 bool MacDispatch::isMainThread() const {
   return NSThread.isMainThread;
 }

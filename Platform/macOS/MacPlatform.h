@@ -31,6 +31,7 @@ class MacPlatform final : public Platform {
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TextMetrics& textMetrics() override;
+  UrlSession& urlSession() override;
   UserDefaults& userDefaults() override;
   Workspace& workspace() override;
 

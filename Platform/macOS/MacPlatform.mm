@@ -20,6 +20,7 @@
 #import "Platform/macOS/MacStatusItem.h"
 #import "Platform/macOS/MacSystemLog.h"
 #import "Platform/macOS/MacTextMetrics.h"
+#import "Platform/macOS/MacUrlSession.h"
 #import "Platform/macOS/MacUserDefaults.h"
 #import "Platform/macOS/MacWorkspace.h"
 #import "Platform/macOS/SingleInstance.h"
@@ -28,8 +29,8 @@ namespace zephyx {
 
 /// Destroyed from the last to the first.
 struct MacPlatform::Services {
-  // Work of the global queue may be using any service.
-  ~Services() { dispatch.finishGlobalWork(); }
+  // Work of the queues may be using any service.
+  ~Services() { dispatch.finishWork(); }
 
   MacApplication application;  // first, for it decides what kind of application this is
   MacSystemLog systemLog;
@@ -42,6 +43,7 @@ struct MacPlatform::Services {
   MacWorkspace workspace;
   MacPasteboard pasteboard{dispatch};
   MacKeychain keychain;
+  MacUrlSession urlSession;
   MacKeyboardLayout keyboardLayout;
   MacHotKeys hotKeys;
   MacEventPoster eventPoster;
@@ -132,6 +134,10 @@ SystemLog& MacPlatform::systemLog() {
 
 TextMetrics& MacPlatform::textMetrics() {
   return services_->textMetrics;
+}
+
+UrlSession& MacPlatform::urlSession() {
+  return services_->urlSession;
 }
 
 UserDefaults& MacPlatform::userDefaults() {

@@ -11,6 +11,7 @@
 #include "Platform/BinaryMessenger.h"
 #include "Platform/Image.h"
 #include "Platform/Registration.h"
+#include "Platform/UrlSession.h"
 
 namespace zephyx {
 
@@ -21,6 +22,14 @@ class UserDefaults;
 struct PasteboardItem {
   std::string type;  ///< a `pasteboardType`, or any other type the system can carry
   Bytes data;
+};
+
+/// How a web server answers a request.
+struct WebReply {
+  int status = 200;
+  std::string body;
+  std::string location;  ///< where it sends its visitors, if anywhere
+  double interval = 0;   ///< seconds between two bytes of the body; 0 for all at once
 };
 
 /// A desktop with other programs and a user in it: all that a contract suite needs besides the
@@ -92,6 +101,15 @@ class ContractDesktop {
   virtual std::unique_ptr<UserDefaults> reopenUserDefaults() = 0;
   /// An encoded picture that the system can read, of one colour, at 72 pixels to the inch.
   virtual Bytes encodedPicture(PixelSize size) = 0;
+
+  // A web server whose certificate the desktop trusts
+
+  /// Starts it, at most once in a test; its address, such as "https://127.0.0.1:4711".
+  virtual std::string startWebServer() = 0;
+  /// What it answers the next request that has no reply yet.
+  virtual void webServerReplies(const WebReply& reply) = 0;
+  /// The requests that it got, the oldest first, with their paths as URLs.
+  virtual std::vector<UrlRequest> webRequests() = 0;
 };
 
 /// Makes the desktop of one test. The name tells runs apart in the names of the tests.

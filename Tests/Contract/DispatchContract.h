@@ -58,6 +58,29 @@ TEST_P(DispatchContract, GlobalBlocksRunOffTheMainThreadAndComeBack) {
   EXPECT_FALSE(wasMain);
 }
 
+TEST_P(DispatchContract, ASerialQueueRunsOneBlockAtATimeInOrderOffTheMainThread) {
+  auto& queue = dispatch().serialQueue("serial.contract", QualityOfService::utility);
+  EXPECT_EQ(&dispatch().serialQueue("serial.contract", QualityOfService::utility), &queue);
+  constexpr int count = 200;
+  std::atomic<int> running{0};
+  std::atomic<int> ended{0};
+  std::atomic<bool> isInOrder{true};
+  std::atomic<bool> wasMain{false};
+  for (int index = 0; index < count; ++index) {
+    queue.async([&, index] {
+      isInOrder = isInOrder && running++ == 0 && ended == index;
+      wasMain = wasMain || dispatch().isMainThread();
+      --running;
+      ++ended;
+    });
+  }
+  std::atomic<bool> ranLate{false};
+  queue.asyncAfter(0.05, [&] { ranLate = ended == count; });
+  EXPECT_TRUE(becomesTrue([&] { return ended == count && ranLate; }));
+  EXPECT_TRUE(isInOrder);
+  EXPECT_FALSE(wasMain);
+}
+
 TEST_P(DispatchContract, TimersRepeatUntilDroppedAlsoFromInside) {
   int outer = 0;
   int inner = 0;

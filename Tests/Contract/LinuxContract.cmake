@@ -2,7 +2,7 @@
 add_executable(linux_contract_tests LinuxContractDesktop.cpp LinuxContractTests.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/ClipboardProgram.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/TargetProgram.cpp)
-target_link_libraries(linux_contract_tests PRIVATE desktop_harness zephyx_linux GTest::gtest_main)
+target_link_libraries(linux_contract_tests PRIVATE desktop_harness https_server zephyx_linux GTest::gtest_main)
 target_compile_definitions(linux_contract_tests PRIVATE
   QT_TARGET_EXECUTABLE="$<TARGET_FILE:qt_target>")
 add_dependencies(linux_contract_tests qt_target)

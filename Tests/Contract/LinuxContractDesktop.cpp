@@ -104,6 +104,7 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
 
 LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
+  qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
   static char name[] = "linux_contract_tests";
   static char* arguments[] = {name, nullptr};
   platform_ = makePlatform(1, arguments);
@@ -264,6 +265,19 @@ Bytes LinuxContractDesktop::encodedPicture(PixelSize size) {
   buffer.open(QIODevice::WriteOnly);
   picture.save(&buffer, "PNG");
   return Bytes(bytes.begin(), bytes.end());
+}
+
+std::string LinuxContractDesktop::startWebServer() {
+  webServer_ = std::make_unique<HttpsServer>(desktop_.home());
+  return webServer_->address();
+}
+
+void LinuxContractDesktop::webServerReplies(const WebReply& reply) {
+  HttpsReply answer{.status = reply.status,
+                    .body = reply.body,
+                    .interval = std::chrono::milliseconds(std::lround(reply.interval * 1000))};
+  if (!reply.location.empty()) answer.headers = "Location: " + reply.location + "\r\n";
+  webServer_->reply(std::move(answer));
 }
 
 }  // namespace zephyx

@@ -2,6 +2,7 @@
 
 #include "Tests/Contract/ContractDesktop.h"
 #include "Tests/Desktop/ClipboardProgram.h"
+#include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
@@ -42,6 +43,10 @@ class LinuxContractDesktop final : public ContractDesktop {
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;
 
+  std::string startWebServer() override;
+  void webServerReplies(const WebReply& reply) override;
+  std::vector<UrlRequest> webRequests() override { return webServer_->requests(); }
+
  private:
   void copy(const std::vector<PasteboardItem>& items, bool hangs);
 
@@ -49,6 +54,7 @@ class LinuxContractDesktop final : public ContractDesktop {
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;
+  std::unique_ptr<HttpsServer> webServer_;
   std::vector<std::uint8_t> heldModifiers_;
 };
 

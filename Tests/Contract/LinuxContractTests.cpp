@@ -4,6 +4,7 @@
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/LinuxContractDesktop.h"
+#include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
 #include "Tests/Contract/StatusBarContract.h"
 #include "Tests/Contract/StoreContract.h"
@@ -21,6 +22,7 @@ const auto linuxDesktop = testing::Values(
 INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, NetworkContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, PasteboardContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, StatusBarContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, StoreContract, linuxDesktop, contractRunName);

@@ -106,4 +106,16 @@ Bytes SimulatedContractDesktop::encodedPicture(PixelSize size) {
   return SimulatedImages::encoded(size);
 }
 
+void SimulatedContractDesktop::webServerReplies(const WebReply& reply) {
+  machine_.urlSession.reply(
+      {.response = UrlResponse{reply.status, Bytes(reply.body.begin(), reply.body.end())},
+       .delay = reply.interval * static_cast<double>(reply.body.size())});
+}
+
+std::vector<UrlRequest> SimulatedContractDesktop::webRequests() {
+  auto requests = machine_.urlSession.requests();
+  for (auto& request : requests) request.url.erase(0, std::string(webAddress).size());
+  return requests;
+}
+
 }  // namespace zephyx

@@ -40,7 +40,13 @@ class SimulatedContractDesktop final : public ContractDesktop {
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;
 
+  std::string startWebServer() override { return webAddress; }
+  void webServerReplies(const WebReply& reply) override;
+  std::vector<UrlRequest> webRequests() override;
+
  private:
+  static constexpr const char* webAddress = "https://web.example";
+
   SimulatedDesktop machine_;
   std::shared_ptr<SimulatedRunningApplication> otherApplication_;
 };

@@ -3,6 +3,7 @@
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
+#include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
 #include "Tests/Contract/SimulatedContractDesktop.h"
 #include "Tests/Contract/StatusBarContract.h"
@@ -26,6 +27,7 @@ const auto simulations =
 INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, NetworkContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, PasteboardContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StatusBarContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StoreContract, simulations, contractRunName);

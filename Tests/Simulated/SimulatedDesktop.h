@@ -22,6 +22,7 @@
 #include "Tests/Simulated/SimulatedStatusBar.h"
 #include "Tests/Simulated/SimulatedSystemLog.h"
 #include "Tests/Simulated/SimulatedTextMetrics.h"
+#include "Tests/Simulated/SimulatedUrlSession.h"
 #include "Tests/Simulated/SimulatedUserDefaults.h"
 #include "Tests/Simulated/SimulatedViewController.h"
 #include "Tests/Simulated/SimulatedWindow.h"
@@ -49,6 +50,7 @@ class SimulatedDesktop {
   SimulatedDirectories directories;
   SimulatedUserDefaults userDefaults{std::make_shared<SimulatedUserDefaults::Store>()};
   SimulatedKeychain keychain{dispatch};
+  SimulatedUrlSession urlSession{dispatch};
   SimulatedImages images;
   SimulatedScreens screens;
   SimulatedTextMetrics textMetrics;

@@ -3,9 +3,11 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <string>
 #include <utility>
 
 #include "Platform/Dispatch.h"
+#include "Platform/SerialQueue.h"
 
 namespace zephyx {
 
@@ -20,12 +22,16 @@ class SimulatedDispatch final : public Dispatch {
 
   DispatchQueue& mainQueue() override { return mainQueue_; }
   DispatchQueue& globalQueue() override { return globalQueue_; }
+  DispatchQueue& serialQueue(const std::string& label, QualityOfService) override {
+    requireMainThread("serialQueue");
+    return serialQueues_.try_emplace(label, globalQueue_).first->second;
+  }
   bool isMainThread() const override { return isMainThread_; }
   Registration scheduleRepeatingTimer(double interval, std::function<void()> block) override;
   double wallClock() const override;
 
   /// Runs everything that becomes due within `seconds`, new work included. Goes further when a
-  /// block of the global queue is held up for longer: what is to happen meanwhile must be
+  /// block off the main thread is held up for longer: what is to happen meanwhile must be
   /// scheduled before.
   void advance(double seconds);
   /// Runs what is due now.
@@ -36,7 +42,8 @@ class SimulatedDispatch final : public Dispatch {
   /// Sets the wall clock, in seconds since 1970; it goes on from there.
   void setWallClock(double seconds);
 
-  /// For the machine: holds up the current block of the global queue. Everything else goes on.
+  /// For the machine: holds up the current block of a queue off the main thread. Everything else
+  /// goes on.
   void waitOnGlobalQueue(double seconds);
   /// For the machine: a fault when not called on the main thread, or when called on it.
   void requireMainThread(const char* what) const;
@@ -71,6 +78,7 @@ class SimulatedDispatch final : public Dispatch {
   SimulatedFaults& faults_;
   Queue mainQueue_{*this, true};
   Queue globalQueue_{*this, false};
+  std::map<std::string, SerialQueue> serialQueues_;
   std::map<Key, Work> work_;
   std::uint64_t sequence_ = 0;
   Microseconds now_ = 0;

@@ -58,6 +58,9 @@ SystemLog& SimulatedPlatform::systemLog() {
 TextMetrics& SimulatedPlatform::textMetrics() {
   return desktop_.textMetrics;
 }
+UrlSession& SimulatedPlatform::urlSession() {
+  return desktop_.urlSession;
+}
 UserDefaults& SimulatedPlatform::userDefaults() {
   return desktop_.userDefaults;
 }

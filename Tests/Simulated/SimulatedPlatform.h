@@ -29,6 +29,7 @@ class SimulatedPlatform : public Platform {
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TextMetrics& textMetrics() override;
+  UrlSession& urlSession() override;
   UserDefaults& userDefaults() override;
   Keychain& keychain() override;
   Workspace& workspace() override;

@@ -1,5 +1,7 @@
 #pragma once
 
+#import <dispatch/dispatch.h>
+
 #include <functional>
 #include <memory>
 
@@ -7,11 +9,11 @@
 
 namespace zephyx {
 
-/// The system's concurrent queue of user-initiated priority.
-class MacGlobalQueue final : public DispatchQueue {
+/// A queue of the system's, concurrent or serial, whose blocks can be waited for.
+class MacWorkQueue final : public DispatchQueue {
  public:
-  MacGlobalQueue();
-  ~MacGlobalQueue() override;
+  explicit MacWorkQueue(dispatch_queue_t queue);
+  ~MacWorkQueue() override;
 
   void async(std::function<void()> block) override;
   void asyncAfter(double seconds, std::function<void()> block) override;

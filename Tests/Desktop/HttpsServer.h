@@ -1,0 +1,53 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Platform/UrlSession.h"
+
+namespace zephyx {
+
+/// How the server answers one request.
+struct HttpsReply {
+  int status = 200;
+  std::string headers;  ///< further ones, each with its line end
+  std::string body;
+  std::size_t padding = 0;                ///< bytes behind the body
+  std::chrono::milliseconds interval{0};  ///< between two bytes of the body; 0 for all at once
+  bool cutsOff = false;                   ///< announces a further byte and closes
+};
+
+/// A web server on the loopback, on a thread of its own, with a new certificate for 127.0.0.1 that
+/// nobody trusts by himself. Needs an application object and the program openssl.
+class HttpsServer {
+ public:
+  enum class Protocol { https, http };
+
+  /// Its key and certificate go into `folder`.
+  explicit HttpsServer(const std::filesystem::path& folder, Protocol protocol = Protocol::https);
+  HttpsServer(const HttpsServer&) = delete;
+  HttpsServer& operator=(const HttpsServer&) = delete;
+  ~HttpsServer();
+
+  static std::filesystem::path certificateIn(const std::filesystem::path& folder);
+
+  /// Such as "https://127.0.0.1:4711".
+  std::string address() const;
+  int port() const;
+  /// Answers the next request that has no reply yet; the last reply is given again and again.
+  void reply(HttpsReply reply);
+  /// The requests that came, with their paths as URLs.
+  std::vector<UrlRequest> requests() const;
+  /// Bytes of bodies that went out, what the system still holds included.
+  std::size_t sentBytes() const;
+
+ private:
+  class Listener;
+  std::unique_ptr<Listener> listener_;
+};
+
+}  // namespace zephyx
