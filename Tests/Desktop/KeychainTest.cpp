@@ -1,44 +1,11 @@
-#include <gtest/gtest.h>
+#include "Tests/Desktop/KeychainTest.h"
 
-#include <optional>
+#include <sys/stat.h>
 
-#include "Platform/Linux/Keychain/LinuxKeychain.h"
-#include "Tests/Desktop/VirtualDesktop.h"
-#include "Tests/Desktop/WaitFor.h"
+#include <fstream>
 
 namespace zephyx {
 namespace {
-
-Bytes bytesOf(std::string_view text) {
-  return {text.begin(), text.end()};
-}
-
-class KeychainTest : public testing::Test {
- protected:
-  void enter(bool sessionBus) {
-    desktop_.emplace(VirtualDesktopOptions{.windowManager = false, .sessionBus = sessionBus});
-    desktop_->enter();
-  }
-  void startKeyring() {
-    // Before anything else asks for the service, or the bus starts a locked one.
-    keyring_ = desktop_->start(
-        {"sh", "-c",
-         "printf word | exec gnome-keyring-daemon --foreground --unlock --components=secrets"});
-    ASSERT_TRUE(waitFor([&] {
-      return desktop_
-                 ->run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
-                        "/", "org.freedesktop.DBus.NameHasOwner", "string:org.freedesktop.secrets"})
-                 .output.find("true") != std::string::npos;
-    }));
-  }
-  std::string witness(const std::string& service) {
-    return desktop_->run({"secret-tool", "lookup", "service", service}).output;
-  }
-
-  std::optional<VirtualDesktop> desktop_;
-  ChildProcess keyring_;
-  LinuxKeychain keychain_;
-};
 
 TEST_F(KeychainTest, KeepsOneSecretForEachServiceThatOtherProgramsOfTheUserCanFind) {
   enter(true);
@@ -64,6 +31,35 @@ TEST_F(KeychainTest, SaysWhenTheSessionKeepsNoSecrets) {
   EXPECT_EQ(keychain_.password("one"), std::nullopt);
   EXPECT_FALSE(keychain_.setPassword("one", bytesOf("lost")));
   EXPECT_FALSE(keychain_.deletePassword("one"));
+}
+
+TEST_F(KeychainTest, ReadsTheToolsCredentialsFromItsFileAndNeverChangesIt) {
+  constexpr const char* service = "Claude Code-credentials";
+  constexpr std::size_t maximumSize = 1'048'576;
+  enter(false);
+  const auto folder = desktop_->home() / ".claude";
+  const auto file = folder / ".credentials.json";
+  EXPECT_EQ(keychain_.password(service), std::nullopt);
+  std::filesystem::create_directories(folder);
+  EXPECT_EQ(keychain_.password(service), std::nullopt);
+
+  const std::string contents = "{\"any\": \"bytes\\n\"}\n";
+  std::ofstream(file) << contents;
+  EXPECT_EQ(keychain_.password(service), bytesOf(contents));
+  EXPECT_FALSE(keychain_.setPassword(service, bytesOf("other")));
+  EXPECT_FALSE(keychain_.deletePassword(service));
+  EXPECT_EQ(keychain_.password(service), bytesOf(contents));
+
+  for (const std::size_t size : {maximumSize, maximumSize + 1}) {
+    std::ofstream(file) << std::string(size, ' ');
+    EXPECT_EQ(keychain_.password(service).has_value(), size == maximumSize);
+  }
+  std::filesystem::remove(file);
+  ASSERT_EQ(mkfifo(file.c_str(), 0600), 0);  // would hang who waits for a writer
+  EXPECT_EQ(keychain_.password(service), std::nullopt);
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);
+  EXPECT_EQ(keychain_.password(service), std::nullopt);
 }
 
 }  // namespace

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "Platform/Linux/Keychain/ToolCredentials.h"
+
 namespace zephyx {
 namespace {
 
@@ -52,6 +54,7 @@ bool LinuxKeychain::isAvailable() {
 }
 
 std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
+  if (service == toolCredentials::service) return toolCredentials::read();
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   const SecretValuePointer value(
@@ -64,6 +67,7 @@ std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
 }
 
 bool LinuxKeychain::setPassword(const std::string& service, BytesView secret) {
+  if (service == toolCredentials::service) return false;
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   const SecretValuePointer value(secret_value_new(reinterpret_cast<const gchar*>(secret.data()),
@@ -77,6 +81,7 @@ bool LinuxKeychain::setPassword(const std::string& service, BytesView secret) {
 }
 
 bool LinuxKeychain::deletePassword(const std::string& service) {
+  if (service == toolCredentials::service) return false;
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   secret_password_clearv_sync(&schema(), attributes.get(), nullptr,

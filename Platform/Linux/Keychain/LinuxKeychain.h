@@ -4,7 +4,8 @@
 
 namespace zephyx {
 
-/// The Secret Service of the user's session.
+/// The Secret Service of the user's session, and the one secret that another program keeps
+/// elsewhere, which is only read.
 class LinuxKeychain final : public Keychain {
  public:
   bool isAvailable() override;
