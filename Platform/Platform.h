@@ -5,6 +5,7 @@
 namespace zephyx {
 
 class Accessibility;
+class Alerts;
 class Application;
 class Dispatch;
 class Directories;
@@ -32,6 +33,7 @@ class Platform {
   virtual ~Platform() = default;
 
   virtual Accessibility& accessibility() = 0;
+  virtual Alerts& alerts() = 0;
   virtual Application& application() = 0;
   virtual Directories& directories() = 0;
   virtual Dispatch& dispatch() = 0;

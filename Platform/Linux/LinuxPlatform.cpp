@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <utility>
 
+#include "Platform/Linux/Alerts/LinuxAlerts.h"
 #include "Platform/Linux/Clipboard/FreedMemory.h"
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngines.h"
@@ -80,6 +81,7 @@ struct LinuxPlatform::Services {
   LinuxEventMonitors eventMonitors;
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
+  LinuxAlerts alerts{windowHints, *watch};
   LinuxStatusBar statusBar;
   LinuxFlutterEngines flutterEngines{dispatch,   userDefaults, directories,
                                      pasteboard, keychain,     *watch};
@@ -94,6 +96,10 @@ LinuxPlatform::~LinuxPlatform() = default;
 
 Accessibility& LinuxPlatform::accessibility() {
   return services_->accessibility;
+}
+
+Alerts& LinuxPlatform::alerts() {
+  return services_->alerts;
 }
 
 Application& LinuxPlatform::application() {

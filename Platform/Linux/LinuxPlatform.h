@@ -17,6 +17,7 @@ class LinuxPlatform final : public Platform {
   ~LinuxPlatform() override;
 
   Accessibility& accessibility() override;
+  Alerts& alerts() override;
   Application& application() override;
   Directories& directories() override;
   Dispatch& dispatch() override;

@@ -16,6 +16,8 @@ namespace {
 constexpr int writeDelayMilliseconds = 30;
 const QString stringKey = QStringLiteral("string");
 const QString dataKey = QStringLiteral("data");
+const QString booleanKey = QStringLiteral("boolean");
+const QString numberKey = QStringLiteral("number");
 
 }  // namespace
 
@@ -60,6 +62,16 @@ std::optional<std::string> LinuxUserDefaults::string(const std::string& key) con
   return value.toString().toStdString();
 }
 
+std::optional<bool> LinuxUserDefaults::boolean(const std::string& key) const {
+  const auto value = values_[QString::fromStdString(key)][booleanKey];
+  return value.isBool() ? std::optional(value.toBool()) : std::nullopt;
+}
+
+std::optional<double> LinuxUserDefaults::number(const std::string& key) const {
+  const auto value = values_[QString::fromStdString(key)][numberKey];
+  return value.isDouble() ? std::optional(value.toDouble()) : std::nullopt;
+}
+
 void LinuxUserDefaults::setData(const std::string& key, BytesView value) {
   const auto bytes = QByteArray::fromRawData(reinterpret_cast<const char*>(value.data()),
                                              static_cast<qsizetype>(value.size()));
@@ -68,6 +80,14 @@ void LinuxUserDefaults::setData(const std::string& key, BytesView value) {
 
 void LinuxUserDefaults::setString(const std::string& key, const std::string& value) {
   change(key, QJsonObject{{stringKey, QString::fromStdString(value)}});
+}
+
+void LinuxUserDefaults::setBoolean(const std::string& key, bool value) {
+  change(key, QJsonObject{{booleanKey, value}});
+}
+
+void LinuxUserDefaults::setNumber(const std::string& key, double value) {
+  change(key, QJsonObject{{numberKey, value}});
 }
 
 void LinuxUserDefaults::removeObject(const std::string& key) {

@@ -20,8 +20,12 @@ class LinuxUserDefaults final : public UserDefaults {
 
   std::optional<Bytes> data(const std::string& key) const override;
   std::optional<std::string> string(const std::string& key) const override;
+  std::optional<bool> boolean(const std::string& key) const override;
+  std::optional<double> number(const std::string& key) const override;
   void setData(const std::string& key, BytesView value) override;
   void setString(const std::string& key, const std::string& value) override;
+  void setBoolean(const std::string& key, bool value) override;
+  void setNumber(const std::string& key, double value) override;
   void removeObject(const std::string& key) override;
 
  private:
@@ -32,7 +36,7 @@ class LinuxUserDefaults final : public UserDefaults {
   const std::string folder_;
   const std::string path_;
   SystemLog& log_;
-  QJsonObject values_;  ///< key -> {"string": text} or {"data": base64}
+  QJsonObject values_;  ///< key -> {kind: value}, data in base64
   QTimer writeSoon_;
 };
 

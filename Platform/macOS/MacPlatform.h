@@ -13,6 +13,7 @@ class MacPlatform final : public Platform {
   ~MacPlatform() override;
 
   Accessibility& accessibility() override;
+  Alerts& alerts() override;
   Application& application() override;
   Directories& directories() override;
   Dispatch& dispatch() override;

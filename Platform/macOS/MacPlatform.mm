@@ -3,6 +3,7 @@
 #import <AppKit/AppKit.h>
 
 #import "Platform/macOS/MacAccessibility.h"
+#import "Platform/macOS/MacAlerts.h"
 #import "Platform/macOS/MacApplication.h"
 #import "Platform/macOS/MacDirectories.h"
 #import "Platform/macOS/MacDispatch.h"
@@ -51,6 +52,7 @@ struct MacPlatform::Services {
   MacAccessibility accessibility;
   MacScreens screens;
   MacPreviewPanel previewPanel;
+  MacAlerts alerts;
   MacStatusBar statusBar;
   MacTextMetrics textMetrics;
   MacFlutterEngines flutterEngines;
@@ -62,6 +64,10 @@ MacPlatform::~MacPlatform() = default;
 
 Accessibility& MacPlatform::accessibility() {
   return services_->accessibility;
+}
+
+Alerts& MacPlatform::alerts() {
+  return services_->alerts;
 }
 
 Application& MacPlatform::application() {

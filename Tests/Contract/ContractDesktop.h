@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Platform/Alert.h"
 #include "Platform/BinaryMessenger.h"
 #include "Platform/Image.h"
 #include "Platform/Registration.h"
@@ -92,6 +93,13 @@ class ContractDesktop {
   virtual void chooseMenuRow(const std::string& title) = 0;
   /// The user closes the open menu without a choice.
   virtual void dismissMenu() = 0;
+
+  // Alerts
+
+  /// The question on top; nothing when none is to be seen.
+  virtual std::optional<Alert> shownAlert() = 0;
+  /// The user presses this button of the question on top.
+  virtual void clickAlertButton(const std::string& title) = 0;
 
   // Engines and stores
 

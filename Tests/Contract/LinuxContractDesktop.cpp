@@ -3,7 +3,10 @@
 #include <QtCore/QBuffer>
 #include <QtGui/QImage>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QDialog>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
+#include <QtWidgets/QPushButton>
 #include <cmath>
 #include <map>
 #include <stdexcept>
@@ -26,6 +29,7 @@ std::uint8_t xKey(std::uint32_t keyCode) {
                                                           {9, key::V},
                                                           {17, key::T},
                                                           {35, key::P},
+                                                          {36, key::Return},
                                                           {keyCode::space, key::Space},
                                                           {keyCode::escape, key::Escape},
                                                           {keyCode::leftArrow, key::Left},
@@ -86,6 +90,12 @@ QMenu* openMenu() {
     if (menu && menu->isVisible()) return menu;
   }
   return nullptr;
+}
+
+/// The question with the keyboard, once the server shows it.
+QDialog* openAlert() {
+  auto* dialog = qobject_cast<QDialog*>(QApplication::activeWindow());
+  return dialog && dialog->isVisible() ? dialog : nullptr;
 }
 
 std::string titleOf(const QAction& action) {
@@ -242,6 +252,31 @@ void LinuxContractDesktop::chooseMenuRow(const std::string& title) {
 
 void LinuxContractDesktop::dismissMenu() {
   desktop_.input().tap(key::Escape);
+}
+
+std::optional<Alert> LinuxContractDesktop::shownAlert() {
+  const auto* dialog = openAlert();
+  if (!dialog) return std::nullopt;
+  Alert alert{dialog->windowTitle().toStdString(), "", {}};
+  for (const auto* label : dialog->findChildren<QLabel*>()) {
+    const auto text = label->text().toStdString();
+    if (!text.empty() && text != alert.message) alert.informativeText = text;
+  }
+  for (const auto* button : dialog->findChildren<QPushButton*>()) {
+    alert.buttons.push_back(button->text().replace("&&", "&").toStdString());
+  }
+  return alert;
+}
+
+void LinuxContractDesktop::clickAlertButton(const std::string& title) {
+  const auto* dialog = openAlert();
+  for (const auto* button : dialog->findChildren<QPushButton*>()) {
+    if (button->text().replace("&&", "&").toStdString() != title) continue;
+    const auto place = button->mapToGlobal(button->rect().center());
+    desktop_.input().click(place.x(), place.y());
+    return;
+  }
+  throw std::runtime_error("no button " + title);
 }
 
 std::shared_ptr<BinaryMessenger> LinuxContractDesktop::screenMessenger(

@@ -39,6 +39,9 @@ class LinuxContractDesktop final : public ContractDesktop {
   void chooseMenuRow(const std::string& title) override;
   void dismissMenu() override;
 
+  std::optional<Alert> shownAlert() override;
+  void clickAlertButton(const std::string& title) override;
+
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "Tests/Contract/AlertContract.h"
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
@@ -19,6 +20,7 @@ const auto linuxDesktop = testing::Values(
 
 }  // namespace
 
+INSTANTIATE_TEST_SUITE_P(Linux, AlertContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);

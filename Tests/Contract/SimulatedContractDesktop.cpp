@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace zephyx {
@@ -90,6 +91,16 @@ void SimulatedContractDesktop::chooseMenuRow(const std::string& title) {
 
 void SimulatedContractDesktop::dismissMenu() {
   machine_.statusBar.item()->cancelTrackingWithoutAnimation();
+}
+
+std::optional<Alert> SimulatedContractDesktop::shownAlert() {
+  return machine_.alerts.shown();
+}
+
+void SimulatedContractDesktop::clickAlertButton(const std::string& title) {
+  const auto titles = shownAlert().value().buttons;
+  const auto found = std::find(titles.begin(), titles.end(), title);
+  machine_.alerts.press(static_cast<std::size_t>(found - titles.begin()));
 }
 
 std::shared_ptr<BinaryMessenger> SimulatedContractDesktop::screenMessenger(

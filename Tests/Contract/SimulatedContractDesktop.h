@@ -36,6 +36,9 @@ class SimulatedContractDesktop final : public ContractDesktop {
   void chooseMenuRow(const std::string& title) override;
   void dismissMenu() override;
 
+  std::optional<Alert> shownAlert() override;
+  void clickAlertButton(const std::string& title) override;
+
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;

@@ -1,5 +1,6 @@
 #include <memory>
 
+#include "Tests/Contract/AlertContract.h"
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
@@ -24,6 +25,7 @@ const auto simulations =
 
 }  // namespace
 
+INSTANTIATE_TEST_SUITE_P(Simulated, AlertContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);

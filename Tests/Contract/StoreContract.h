@@ -19,6 +19,9 @@ TEST_P(StoreContract, UserDefaultsKeepKindsApartAndSurviveARestart) {
   const Bytes blob = {0, 255, '\n', '"', 128};
   defaults().setString("flutter.text", text);
   defaults().setData("hotkeys.v1", blob);
+  defaults().setBoolean("shown", false);
+  defaults().setNumber("one", 1);
+  defaults().setNumber("share", 0.425);
   defaults().setString("removed", "x");
   defaults().removeObject("removed");
   defaults().removeObject("never there");
@@ -26,8 +29,15 @@ TEST_P(StoreContract, UserDefaultsKeepKindsApartAndSurviveARestart) {
   const auto check = [&](const UserDefaults& read) {
     EXPECT_EQ(read.string("flutter.text"), text);
     EXPECT_EQ(read.data("hotkeys.v1"), blob);
+    EXPECT_EQ(read.boolean("shown"), false);
+    EXPECT_EQ(read.number("one"), 1);
+    EXPECT_EQ(read.number("share"), 0.425);
     EXPECT_FALSE(read.data("flutter.text"));
     EXPECT_FALSE(read.string("hotkeys.v1"));
+    EXPECT_FALSE(read.string("share"));
+    EXPECT_FALSE(read.boolean("one"));
+    EXPECT_FALSE(read.boolean("flutter.text"));
+    EXPECT_FALSE(read.number("shown"));
     EXPECT_FALSE(read.string("removed"));
     EXPECT_FALSE(read.string("never there"));
   };

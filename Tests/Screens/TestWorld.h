@@ -30,10 +30,14 @@ class TestDefaults : public UserDefaults {
  public:
   std::optional<Bytes> data(const std::string&) const override { return std::nullopt; }
   std::optional<std::string> string(const std::string& key) const override;
+  std::optional<bool> boolean(const std::string&) const override { return std::nullopt; }
+  std::optional<double> number(const std::string&) const override { return std::nullopt; }
   void setData(const std::string&, BytesView) override {}
   void setString(const std::string& key, const std::string& value) override {
     strings[key] = value;
   }
+  void setBoolean(const std::string&, bool) override {}
+  void setNumber(const std::string&, double) override {}
   void removeObject(const std::string& key) override { strings.erase(key); }
 
   std::map<std::string, std::string> strings;

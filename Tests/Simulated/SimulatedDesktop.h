@@ -4,6 +4,7 @@
 
 #include "Platform/LocalNotificationCenter.h"
 #include "Tests/Simulated/SimulatedAccessibility.h"
+#include "Tests/Simulated/SimulatedAlerts.h"
 #include "Tests/Simulated/SimulatedApplication.h"
 #include "Tests/Simulated/SimulatedDirectories.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
@@ -60,13 +61,14 @@ class SimulatedDesktop {
   SimulatedPasteboard pasteboard{dispatch, faults};
   SimulatedWorkspace workspace{dispatch, pasteboard, keyboardLayout};
   SimulatedApplication application{dispatch, workspace, defaultCenter, screens};
+  SimulatedAlerts alerts{dispatch, application, faults};
   SimulatedEngines engines{dispatch, faults};
   SimulatedEventMonitors eventMonitors{dispatch};
   SimulatedHotKeys hotKeys{dispatch};
   SimulatedPreviewPanel previewPanel{application, defaultCenter};
   SimulatedStatusBar statusBar{dispatch, faults};
-  SimulatedKeyboard keyboard{
-      {dispatch, accessibility, hotKeys, workspace, application, eventMonitors, previewPanel}};
+  SimulatedKeyboard keyboard{{dispatch, accessibility, hotKeys, workspace, application, alerts,
+                              eventMonitors, previewPanel}};
 
  private:
   std::unique_ptr<Platform> platform_;

@@ -1,6 +1,7 @@
 #include "Tests/Simulated/SimulatedKeyboard.h"
 
 #include "Tests/Simulated/SimulatedAccessibility.h"
+#include "Tests/Simulated/SimulatedAlerts.h"
 #include "Tests/Simulated/SimulatedApplication.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedEventMonitors.h"
@@ -48,6 +49,7 @@ void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlag
   }
   const Event event{EventType::keyDown, modifierFlags, keyCode};
   if (!machine_.eventMonitors.deliver(event)) return;
+  if (machine_.alerts.receive(event)) return;
   if (const auto window = machine_.application.simulatedKeyWindow()) {
     window->receivedKeys.push_back(event);
   } else {

@@ -8,6 +8,7 @@
 namespace zephyx {
 
 class SimulatedAccessibility;
+class SimulatedAlerts;
 class SimulatedApplication;
 class SimulatedDispatch;
 class SimulatedEventMonitors;
@@ -25,6 +26,7 @@ class SimulatedKeyboard final : public EventPoster {
     SimulatedHotKeys& hotKeys;
     SimulatedWorkspace& workspace;
     SimulatedApplication& application;
+    SimulatedAlerts& alerts;
     SimulatedEventMonitors& eventMonitors;
     SimulatedPreviewPanel& previewPanel;
   };

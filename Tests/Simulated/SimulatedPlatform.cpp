@@ -7,6 +7,9 @@ namespace zephyx {
 Accessibility& SimulatedPlatform::accessibility() {
   return desktop_.accessibility;
 }
+Alerts& SimulatedPlatform::alerts() {
+  return desktop_.alerts;
+}
 Application& SimulatedPlatform::application() {
   return desktop_.application;
 }

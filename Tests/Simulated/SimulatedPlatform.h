@@ -12,6 +12,7 @@ class SimulatedPlatform : public Platform {
   explicit SimulatedPlatform(SimulatedDesktop& desktop) : desktop_(desktop) {}
 
   Accessibility& accessibility() override;
+  Alerts& alerts() override;
   Application& application() override;
   Directories& directories() override;
   Dispatch& dispatch() override;

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Menus/LinuxStatusItem.h"
 
+#include <QtGui/QCursor>
 #include <utility>
 
 #include "Platform/Linux/Input/ToolkitEvents.h"
@@ -60,7 +61,8 @@ void LinuxStatusItem::cancelTrackingWithoutAnimation() {
 }
 
 void LinuxStatusItem::performClick() {
-  clicked(tray_.menuPosition());
+  // A menu that is opened again comes up in its old place, not below a pointer that has moved on.
+  clicked(tray_.menuPosition().value_or(position_.value_or(QCursor::pos())));
 }
 
 void LinuxStatusItem::clicked(QPoint position) {
@@ -77,7 +79,7 @@ void LinuxStatusItem::openWhenInputIsFree() {
     return;
   }
   if (!shown_) shown_ = std::make_unique<LinuxMenu>(menu_);
-  shown_->popUp(position_);
+  shown_->popUp(*position_);
 }
 
 std::shared_ptr<StatusItem> LinuxStatusBar::makeStatusItem(double) {

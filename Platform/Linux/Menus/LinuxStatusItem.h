@@ -3,6 +3,7 @@
 #include <QtCore/QPoint>
 #include <QtCore/QTimer>
 #include <memory>
+#include <optional>
 
 #include "Platform/Linux/Menus/LinuxMenu.h"
 #include "Platform/Linux/Menus/TrayIcon.h"
@@ -25,7 +26,7 @@ class LinuxStatusItem final : public StatusItem {
   void openWhenInputIsFree();
 
   std::shared_ptr<Menu> menu_;
-  QPoint position_;
+  std::optional<QPoint> position_;  ///< where the menu last opened
   int attemptsLeft_ = 0;
   QTimer retry_;
   std::unique_ptr<LinuxMenu> shown_;  ///< made when it is first opened

@@ -87,7 +87,7 @@ void TrayIcon::useEmbeddedIcon() {
   connect(embedded_.get(), &QSystemTrayIcon::activated, this,
           [this](QSystemTrayIcon::ActivationReason reason) {
             if (reason != QSystemTrayIcon::Trigger && reason != QSystemTrayIcon::Context) return;
-            onClick_(menuPosition());
+            onClick_(menuPosition().value_or(QCursor::pos()));
           });
   embedded_->show();
 }
@@ -102,9 +102,9 @@ void TrayIcon::setIcon(const QIcon& icon, const QString& description) {
   }
 }
 
-QPoint TrayIcon::menuPosition() const {
+std::optional<QPoint> TrayIcon::menuPosition() const {
   const QRect place = embedded_ ? embedded_->geometry() : QRect();
-  return place.isValid() ? place.bottomLeft() + QPoint(0, 1) : QCursor::pos();
+  return place.isValid() ? std::optional(place.bottomLeft() + QPoint(0, 1)) : std::nullopt;
 }
 
 }  // namespace zephyx

@@ -5,6 +5,7 @@
 #include <QtGui/QIcon>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class QSystemTrayIcon;
 
@@ -26,8 +27,8 @@ class TrayIcon final : public QObject {
   /// Looks for the desktop's tray. Takes some milliseconds.
   void start();
   void setIcon(const QIcon& icon, const QString& description);
-  /// Where a menu belongs now.
-  QPoint menuPosition() const;
+  /// Where a menu belongs now; nothing where the tray does not tell.
+  std::optional<QPoint> menuPosition() const;
 
  private slots:
   void findTray();

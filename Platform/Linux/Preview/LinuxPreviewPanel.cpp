@@ -1,6 +1,5 @@
 #include "Platform/Linux/Preview/LinuxPreviewPanel.h"
 
-#include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
@@ -21,8 +20,7 @@ namespace zephyx {
 namespace {
 
 PreviewWindow::Place placeUnderPointer(DesktopWatch& watch) {
-  const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
-  if (!screen) screen = QGuiApplication::primaryScreen();
+  const QScreen* screen = screenUnderPointer();
   if (!screen) return {QRect(0, 0, 800, 600), 1};
   return {availableGeometry(watch, *screen), screen->devicePixelRatio()};
 }

@@ -1,11 +1,17 @@
 #include "Platform/Linux/Windows/ScreenGeometry.h"
 
+#include <QtGui/QCursor>
 #include <QtGui/QGuiApplication>
 #include <QtGui/QScreen>
 
 #include "Platform/Linux/Windows/DesktopWatch.h"
 
 namespace zephyx {
+
+QScreen* screenUnderPointer() {
+  auto* screen = QGuiApplication::screenAt(QCursor::pos());
+  return screen ? screen : QGuiApplication::primaryScreen();
+}
 
 QRect availableGeometry(DesktopWatch& watch, const QScreen& screen) {
   // With several screens the toolkit takes the whole of each for available.

@@ -8,6 +8,9 @@ namespace zephyx {
 
 class DesktopWatch;
 
+/// The screen that the pointer is on; null without a screen.
+QScreen* screenUnderPointer();
+
 /// What docks leave of a screen. Main thread.
 QRect availableGeometry(DesktopWatch& watch, const QScreen& screen);
 
