@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "Platform/Dispatch.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Platform.h"
 #include "Platform/SystemLog.h"
 #include "Platform/Workspace.h"
+#include "Runner/AgentUsageMenuItem.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/ClipboardPanelController.h"
 #include "Runner/HotkeyManager.h"
@@ -15,6 +17,7 @@
 #include "Runner/SelectionCapture.h"
 #include "Runner/StatusMenu.h"
 #include "Runner/TranslatePanelController.h"
+#include "Runner/UsageProvider.h"
 
 namespace zephyx {
 namespace {
@@ -56,8 +59,10 @@ const char* firedLine(HotkeyID id) {
 
 }  // namespace
 
-AppDelegate::AppDelegate(Platform& platform)
-    : platform_(platform), application_(platform.application()) {}
+AppDelegate::AppDelegate(Platform& platform, std::shared_ptr<UsageProvider> usageProvider)
+    : platform_(platform),
+      application_(platform.application()),
+      usageProvider_(std::move(usageProvider)) {}
 
 AppDelegate::~AppDelegate() = default;
 
@@ -79,6 +84,11 @@ void AppDelegate::makeStatusItem() {
   auto& hotkeys = HotkeyManager::shared();
   statusItem_ = platform_.statusBar().makeStatusItem(squareStatusItemLength);
   statusItem_->setImage(statusSymbol, statusDescription);
+  std::vector<std::shared_ptr<MenuItem>> gauges;
+  if (usageProvider_) {
+    agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
+    gauges.push_back(agentUsage_->item());
+  }
   statusMenu_ = std::make_unique<StatusMenu>(
       *this, hotkeys, platform_.userDefaults(),
       StatusMenu::Actions{
@@ -87,7 +97,8 @@ void AppDelegate::makeStatusItem() {
           .importNotes = lifetime_.wrap([this] { sendFromMainWindow(importNotes); }),
           .openSettings = lifetime_.wrap([this] { sendFromMainWindow(openSettings); }),
           .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
-      });
+      },
+      gauges);
   hotkeys.toggleMenuItem = statusMenu_->toggleItem();
   statusItem_->setMenu(statusMenu_->menu());
 }
@@ -240,6 +251,10 @@ void AppDelegate::menuNeedsUpdate(Menu&) {
   statusMenu_->refreshToggleTitle(window && window->isVisible());
   HotkeyManager::shared().updateToggleMenuItem();  // the keyboard layout may be another one
   statusMenu_->refreshSettingsShortcutHint();
+}
+
+void AppDelegate::menuWillOpen(Menu&) {
+  if (agentUsage_) agentUsage_->menuWillOpen();
 }
 
 }  // namespace zephyx

@@ -12,15 +12,18 @@
 
 namespace zephyx {
 
+class AgentUsageMenuItem;
 class MainFlutterWindow;
 class Platform;
 class StatusMenu;
+class UsageProvider;
 
 /// The application's delegate and that of its status menu: owns the main window, the status item
 /// and its menu, and maps each global hotkey to its action. Main thread.
 class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
  public:
-  explicit AppDelegate(Platform& platform);
+  /// Without a provider the menu has no row for coding agents.
+  explicit AppDelegate(Platform& platform, std::shared_ptr<UsageProvider> usageProvider = nullptr);
   ~AppDelegate() override;
 
   /// The main engine's channel, set by the main window.
@@ -44,7 +47,7 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   void applicationShouldHandleReopen() override;
 
   void menuNeedsUpdate(Menu& menu) override;
-  void menuWillOpen(Menu&) override {}
+  void menuWillOpen(Menu& menu) override;
   void menuDidClose(Menu&) override {}
 
  private:
@@ -65,6 +68,8 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   Application& application_;
   std::shared_ptr<MainFlutterWindow> mainFlutterWindow_;
   std::shared_ptr<StatusItem> statusItem_;
+  std::shared_ptr<UsageProvider> usageProvider_;
+  std::unique_ptr<AgentUsageMenuItem> agentUsage_;
   std::unique_ptr<StatusMenu> statusMenu_;
   std::shared_ptr<RunningApplication> previousFrontmostApp_;
   Registration hotkeyHandler_;

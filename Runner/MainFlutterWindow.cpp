@@ -53,7 +53,8 @@ MainFlutterWindow::MainFlutterWindow(Platform& platform, AppDelegate& delegate)
       delegate_(delegate),
       application_(platform.application()),
       window_(application_.makeWindow(interfaceFileWindow())),
-      hotkeyHandlers_(platform) {}
+      hotkeyHandlers_(platform),
+      agentVisibilityHandlers_(platform.userDefaults()) {}
 
 MainFlutterWindow::~MainFlutterWindow() {
   if (!methodChannel_) return;
@@ -146,6 +147,7 @@ void MainFlutterWindow::waitForFilePanelClose() {
 
 void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
   if (hotkeyHandlers_.handle(call, result)) return;
+  if (agentVisibilityHandlers_.handle(call, result)) return;
   const auto& arguments = call.arguments;
   auto& relay = TranslationRelay::shared();
   if (call.method == method::translateToken) {

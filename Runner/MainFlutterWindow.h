@@ -7,6 +7,7 @@
 #include "Platform/LifetimeGuard.h"
 #include "Platform/Registration.h"
 #include "Platform/Window.h"
+#include "Runner/AgentVisibilityChannelHandlers.h"
 #include "Runner/HotkeyChannelHandlers.h"
 
 namespace zephyx {
@@ -48,6 +49,7 @@ class MainFlutterWindow {
   std::shared_ptr<FlutterViewController> viewController_;
   std::shared_ptr<MethodChannel> methodChannel_;
   HotkeyChannelHandlers hotkeyHandlers_;
+  AgentVisibilityChannelHandlers agentVisibilityHandlers_;
   Registration resignKeyObserver_;
   Registration becomeKeyObserver_;
   Registration spaceObserver_;

@@ -26,12 +26,13 @@ std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
 }  // namespace
 
 StatusMenu::StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys,
-                       const UserDefaults& userDefaults, Actions actions)
+                       const UserDefaults& userDefaults, Actions actions,
+                       const std::vector<std::shared_ptr<MenuItem>>& gauges)
     : hotkeys_(hotkeys), userDefaults_(userDefaults), menu_(std::make_shared<Menu>(&delegate)) {
-  build(std::move(actions));
+  build(std::move(actions), gauges);
 }
 
-void StatusMenu::build(Actions actions) {
+void StatusMenu::build(Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges) {
   constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
   toggleItem_ = makeRow("Open", "togglePopover", std::move(actions.togglePopover), "", 0);
@@ -44,7 +45,7 @@ void StatusMenu::build(Actions actions) {
       makeRow("Settings…", "openSettings", std::move(actions.openSettings), settingsKeyEquivalent);
 
   // From top to bottom. A section without rows has no separator either.
-  addSection({});  // system monitor, agent usage
+  addSection(gauges);
   addSection({});  // external display brightness
   addSection({});  // keyboard and trackpad lock
   addSection({});  // microphone

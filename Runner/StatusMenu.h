@@ -24,8 +24,9 @@ class StatusMenu {
     std::function<void()> quitApp;
   };
 
+  /// `gauges` are the rows of the first section, which show what goes on.
   StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys, const UserDefaults& userDefaults,
-             Actions actions);
+             Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges = {});
 
   const std::shared_ptr<Menu>& menu() const { return menu_; }
   const std::shared_ptr<MenuItem>& toggleItem() const { return toggleItem_; }
@@ -36,7 +37,7 @@ class StatusMenu {
   void refreshSettingsShortcutHint();
 
  private:
-  void build(Actions actions);
+  void build(Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges);
   void addSection(const std::vector<std::shared_ptr<MenuItem>>& rows);
 
   const HotkeyManager& hotkeys_;

@@ -13,7 +13,7 @@ HostTest::HostTest() : editor(desktop.workspace.start({"org.example.editor", "Ed
 
 void HostTest::launch() {
   shared = std::make_unique<SharedObjects>(desktop.platform());
-  delegate = std::make_unique<AppDelegate>(desktop.platform());
+  delegate = std::make_unique<AppDelegate>(desktop.platform(), usageProvider);
   desktop.application.launch(*delegate);
   desktop.dispatch.settle();
   takeLog();

@@ -48,6 +48,8 @@ class HostTest : public testing::Test {
 
   SimulatedDesktop desktop;
   std::shared_ptr<SimulatedRunningApplication> editor;
+  /// Set before `launch`.
+  std::shared_ptr<UsageProvider> usageProvider;
   std::unique_ptr<SharedObjects> shared;
   std::unique_ptr<AppDelegate> delegate;
 

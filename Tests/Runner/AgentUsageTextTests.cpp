@@ -1,0 +1,86 @@
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <ctime>
+#include <limits>
+#include <string>
+
+#include "Runner/AgentUsageText.h"
+#include "Runner/ModelDisplayName.h"
+#include "Tests/Runner/FakeUsageProvider.h"
+
+namespace zephyx {
+namespace {
+
+class AgentUsageTextTest : public testing::Test {
+ protected:
+  AgentUsageTextTest() { setTimeZone("ZONE-02:30"); }
+  ~AgentUsageTextTest() override {
+    if (before_.empty()) {
+      unsetenv("TZ");
+    } else {
+      setTimeZone(before_.c_str());
+    }
+  }
+  static void setTimeZone(const char* name) {
+    setenv("TZ", name, 1);
+    tzset();
+  }
+
+ private:
+  std::string before_ = std::getenv("TZ") ? std::getenv("TZ") : "";
+};
+
+TEST_F(AgentUsageTextTest, LinesNameThePercentAndTheTimeWhereTheUserIs) {
+  auto usage = usageWith(1, 0);
+  EXPECT_EQ(agentUsageText::session(usage), "Session 42% · resets 19:35");
+  EXPECT_EQ(agentUsageText::week(usage), "Week 31% · resets Fri 12:30");
+  EXPECT_EQ(agentUsageText::scopedWeek(usage.scopedWeekly[0]), "Opus: 13% used this week");
+  usage.sessionResetsAt = -1;
+  usage.weeklyResetsAt = 1'736'029'800;  // Saturday there already
+  EXPECT_EQ(agentUsageText::session(usage), "Session 42% · resets 02:29");
+  EXPECT_EQ(agentUsageText::week(usage), "Week 31% · resets Sun 01:00");
+  usage.sessionResetsAt.reset();
+  usage.weeklyResetsAt = 1e300;
+  EXPECT_EQ(agentUsageText::session(usage), "Session 42%");
+  EXPECT_EQ(agentUsageText::week(usage), "Week 31%");
+  usage.weeklyUtilization.reset();
+  EXPECT_EQ(agentUsageText::week(usage), "");
+}
+
+TEST_F(AgentUsageTextTest, TokensAreCountedInThousandsAndMillions) {
+  constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
+  const struct {
+    ModelUsage model;
+    const char* text;
+  } cases[] = {
+      {{"", 0, 0, 0, 0}, "0 in · 0 out"},
+      {{"", 999, 1000, 0, 0}, "999 in · 1.0K out"},
+      {{"", 400, 2'500'000, 300, 300}, "1.0K in · 2.5M out"},
+      {{"", 1'050, 999'999, 0, 0}, "1.1K in · 1000.0K out"},
+      {{"", most, 1'000'000, most, most}, "27670116110564.3M in · 1.0M out"},
+  };
+  for (const auto& each : cases) EXPECT_EQ(agentUsageText::tokens(each.model), each.text);
+}
+
+TEST_F(AgentUsageTextTest, ModelsAreNamedByFamilyAndVersion) {
+  const struct {
+    const char* identifier;
+    const char* name;
+  } cases[] = {
+      {"claude-opus-4-1-20250805", "Opus 4.1"},
+      {"claude-sonnet-4-20250514", "Sonnet 4"},
+      {"claude-haiku-4-5", "Haiku 4.5"},
+      {"claude-3-5-sonnet-20241022", "3 5.sonnet"},
+      {"claude-opus-4-2025080", "Opus 4.2025080"},
+      {"claude-opus-4-2025080a", "Opus 4.2025080a"},
+      {"claude-sonnet", "Sonnet"},
+      {"other-model-1", "Other model.1"},
+      {"claude-", "claude-"},
+      {"", ""},
+  };
+  for (const auto& [identifier, name] : cases) EXPECT_EQ(modelDisplayName(identifier), name);
+}
+
+}  // namespace
+}  // namespace zephyx
