@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "Platform/Dispatch.h"
 #include "Platform/HotKeys.h"
@@ -10,12 +9,14 @@
 #include "Platform/SystemLog.h"
 #include "Platform/Workspace.h"
 #include "Runner/AgentUsageMenuItem.h"
+#include "Runner/ClaudeUsageProvider.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/ClipboardPanelController.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/MainFlutterWindow.h"
 #include "Runner/SelectionCapture.h"
 #include "Runner/StatusMenu.h"
+#include "Runner/SystemMonitorMenuView.h"
 #include "Runner/TranslatePanelController.h"
 #include "Runner/UsageProvider.h"
 
@@ -59,6 +60,9 @@ const char* firedLine(HotkeyID id) {
 
 }  // namespace
 
+AppDelegate::AppDelegate(Platform& platform)
+    : AppDelegate(platform, std::make_shared<ClaudeUsageProvider>(platform)) {}
+
 AppDelegate::AppDelegate(Platform& platform, std::shared_ptr<UsageProvider> usageProvider)
     : platform_(platform),
       application_(platform.application()),
@@ -84,21 +88,22 @@ void AppDelegate::makeStatusItem() {
   auto& hotkeys = HotkeyManager::shared();
   statusItem_ = platform_.statusBar().makeStatusItem(squareStatusItemLength);
   statusItem_->setImage(statusSymbol, statusDescription);
-  std::vector<std::shared_ptr<MenuItem>> gauges;
-  if (usageProvider_) {
-    agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
-    gauges.push_back(agentUsage_->item());
-  }
+  systemMonitorView_ = std::make_shared<SystemMonitorMenuView>(
+      platform_.dispatch(), platform_.hostStatistics(), platform_.temperatureSensors());
+  agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
   statusMenu_ = std::make_unique<StatusMenu>(
       *this, hotkeys, platform_.userDefaults(),
+      StatusMenu::ViewRows{
+          .systemMonitor = MenuItem::withView("System Monitor", systemMonitorView_),
+          .agentUsage = agentUsage_->item(),
+      },
       StatusMenu::Actions{
           .togglePopover = lifetime_.wrap([this] { togglePopover(); }),
           .exportAllNotes = lifetime_.wrap([this] { sendFromMainWindow(exportAllNotes); }),
           .importNotes = lifetime_.wrap([this] { sendFromMainWindow(importNotes); }),
           .openSettings = lifetime_.wrap([this] { sendFromMainWindow(openSettings); }),
           .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
-      },
-      gauges);
+      });
   hotkeys.toggleMenuItem = statusMenu_->toggleItem();
   statusItem_->setMenu(statusMenu_->menu());
 }
@@ -254,7 +259,12 @@ void AppDelegate::menuNeedsUpdate(Menu&) {
 }
 
 void AppDelegate::menuWillOpen(Menu&) {
-  if (agentUsage_) agentUsage_->menuWillOpen();
+  systemMonitorView_->startMonitoring();
+  agentUsage_->menuWillOpen();
+}
+
+void AppDelegate::menuDidClose(Menu&) {
+  systemMonitorView_->stopMonitoring();
 }
 
 }  // namespace zephyx

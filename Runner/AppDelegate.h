@@ -16,14 +16,16 @@ class AgentUsageMenuItem;
 class MainFlutterWindow;
 class Platform;
 class StatusMenu;
+class SystemMonitorMenuView;
 class UsageProvider;
 
 /// The application's delegate and that of its status menu: owns the main window, the status item
 /// and its menu, and maps each global hotkey to its action. Main thread.
 class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
  public:
-  /// Without a provider the menu has no row for coding agents.
-  explicit AppDelegate(Platform& platform, std::shared_ptr<UsageProvider> usageProvider = nullptr);
+  explicit AppDelegate(Platform& platform);
+  /// With another source of a coding agent's usage.
+  AppDelegate(Platform& platform, std::shared_ptr<UsageProvider> usageProvider);
   ~AppDelegate() override;
 
   /// The main engine's channel, set by the main window.
@@ -48,7 +50,7 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
 
   void menuNeedsUpdate(Menu& menu) override;
   void menuWillOpen(Menu& menu) override;
-  void menuDidClose(Menu&) override {}
+  void menuDidClose(Menu& menu) override;
 
  private:
   void makeStatusItem();
@@ -67,10 +69,11 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   Platform& platform_;
   Application& application_;
   std::shared_ptr<MainFlutterWindow> mainFlutterWindow_;
-  std::shared_ptr<StatusItem> statusItem_;
   std::shared_ptr<UsageProvider> usageProvider_;
-  std::unique_ptr<AgentUsageMenuItem> agentUsage_;
+  std::shared_ptr<SystemMonitorMenuView> systemMonitorView_;
   std::unique_ptr<StatusMenu> statusMenu_;
+  std::shared_ptr<StatusItem> statusItem_;
+  std::unique_ptr<AgentUsageMenuItem> agentUsage_;
   std::shared_ptr<RunningApplication> previousFrontmostApp_;
   Registration hotkeyHandler_;
   LifetimeGuard lifetime_;

@@ -6,6 +6,7 @@
 
 #include "Platform/UserDefaults.h"
 #include "Runner/HotkeyManager.h"
+#include "Runner/SystemMonitorMenuView.h"
 
 namespace zephyx {
 namespace {
@@ -26,13 +27,12 @@ std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
 }  // namespace
 
 StatusMenu::StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys,
-                       const UserDefaults& userDefaults, Actions actions,
-                       const std::vector<std::shared_ptr<MenuItem>>& gauges)
+                       const UserDefaults& userDefaults, const ViewRows& viewRows, Actions actions)
     : hotkeys_(hotkeys), userDefaults_(userDefaults), menu_(std::make_shared<Menu>(&delegate)) {
-  build(std::move(actions), gauges);
+  build(viewRows, std::move(actions));
 }
 
-void StatusMenu::build(Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges) {
+void StatusMenu::build(const ViewRows& viewRows, Actions actions) {
   constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
   toggleItem_ = makeRow("Open", "togglePopover", std::move(actions.togglePopover), "", 0);
@@ -45,7 +45,7 @@ void StatusMenu::build(Actions actions, const std::vector<std::shared_ptr<MenuIt
       makeRow("Settings…", "openSettings", std::move(actions.openSettings), settingsKeyEquivalent);
 
   // From top to bottom. A section without rows has no separator either.
-  addSection(gauges);
+  addSection({viewRows.systemMonitor, viewRows.agentUsage});
   addSection({});  // external display brightness
   addSection({});  // keyboard and trackpad lock
   addSection({});  // microphone

@@ -15,7 +15,13 @@ class UserDefaults;
 /// The status menu's rows and their state. Main thread.
 class StatusMenu {
  public:
-  /// What the rows do.
+  /// The rows that show views.
+  struct ViewRows {
+    std::shared_ptr<MenuItem> systemMonitor;
+    std::shared_ptr<MenuItem> agentUsage;
+  };
+
+  /// What the other rows do.
   struct Actions {
     std::function<void()> togglePopover;
     std::function<void()> exportAllNotes;
@@ -24,9 +30,8 @@ class StatusMenu {
     std::function<void()> quitApp;
   };
 
-  /// `gauges` are the rows of the first section, which show what goes on.
   StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys, const UserDefaults& userDefaults,
-             Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges = {});
+             const ViewRows& viewRows, Actions actions);
 
   const std::shared_ptr<Menu>& menu() const { return menu_; }
   const std::shared_ptr<MenuItem>& toggleItem() const { return toggleItem_; }
@@ -37,7 +42,7 @@ class StatusMenu {
   void refreshSettingsShortcutHint();
 
  private:
-  void build(Actions actions, const std::vector<std::shared_ptr<MenuItem>>& gauges);
+  void build(const ViewRows& viewRows, Actions actions);
   void addSection(const std::vector<std::shared_ptr<MenuItem>>& rows);
 
   const HotkeyManager& hotkeys_;

@@ -24,6 +24,8 @@
 #include "Platform/Linux/Pictures/LinuxImages.h"
 #include "Platform/Linux/Preview/LinuxPreviewPanel.h"
 #include "Platform/Linux/SingleInstance.h"
+#include "Platform/Linux/Statistics/LinuxHostStatistics.h"
+#include "Platform/Linux/Statistics/LinuxTemperatureSensors.h"
 #include "Platform/Linux/Toolkit.h"
 #include "Platform/Linux/Views/LinuxTextMetrics.h"
 #include "Platform/Linux/Windows/DesktopWatch.h"
@@ -76,6 +78,8 @@ struct LinuxPlatform::Services {
   LinuxHotKeys hotKeys;
   LinuxEventPoster eventPoster{pasteboard, &hotKeys};
   LinuxAccessibility accessibility;
+  LinuxHostStatistics hostStatistics;
+  LinuxTemperatureSensors temperatureSensors;
   LinuxScreens screens{*watch};
   LinuxTextMetrics textMetrics;
   LinuxEventMonitors eventMonitors;
@@ -126,6 +130,10 @@ FlutterEngines& LinuxPlatform::flutterEngines() {
   return services_->flutterEngines;
 }
 
+HostStatistics& LinuxPlatform::hostStatistics() {
+  return services_->hostStatistics;
+}
+
 HotKeys& LinuxPlatform::hotKeys() {
   return services_->hotKeys;
 }
@@ -168,6 +176,10 @@ StatusBar& LinuxPlatform::statusBar() {
 
 SystemLog& LinuxPlatform::systemLog() {
   return services_->systemLog;
+}
+
+TemperatureSensors& LinuxPlatform::temperatureSensors() {
+  return services_->temperatureSensors;
 }
 
 TextMetrics& LinuxPlatform::textMetrics() {

@@ -24,6 +24,7 @@ class LinuxPlatform final : public Platform {
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
   FlutterEngines& flutterEngines() override;
+  HostStatistics& hostStatistics() override;
   HotKeys& hotKeys() override;
   Images& images() override;
   KeyboardLayout& keyboardLayout() override;
@@ -35,6 +36,7 @@ class LinuxPlatform final : public Platform {
   Screens& screens() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
+  TemperatureSensors& temperatureSensors() override;
   TextMetrics& textMetrics() override;
   UrlSession& urlSession() override;
   UserDefaults& userDefaults() override;

@@ -10,6 +10,7 @@
 #import "Platform/macOS/MacEventMonitors.h"
 #import "Platform/macOS/MacEventPoster.h"
 #import "Platform/macOS/MacFlutterEngines.h"
+#import "Platform/macOS/MacHostStatistics.h"
 #import "Platform/macOS/MacHotKeys.h"
 #import "Platform/macOS/MacImages.h"
 #import "Platform/macOS/MacKeyboardLayout.h"
@@ -20,6 +21,7 @@
 #import "Platform/macOS/MacScreens.h"
 #import "Platform/macOS/MacStatusItem.h"
 #import "Platform/macOS/MacSystemLog.h"
+#import "Platform/macOS/MacTemperatureSensors.h"
 #import "Platform/macOS/MacTextMetrics.h"
 #import "Platform/macOS/MacUrlSession.h"
 #import "Platform/macOS/MacUserDefaults.h"
@@ -50,6 +52,8 @@ struct MacPlatform::Services {
   MacEventPoster eventPoster;
   MacEventMonitors eventMonitors;
   MacAccessibility accessibility;
+  MacHostStatistics hostStatistics;
+  MacTemperatureSensors temperatureSensors;
   MacScreens screens;
   MacPreviewPanel previewPanel;
   MacAlerts alerts;
@@ -94,6 +98,10 @@ FlutterEngines& MacPlatform::flutterEngines() {
   return services_->flutterEngines;
 }
 
+HostStatistics& MacPlatform::hostStatistics() {
+  return services_->hostStatistics;
+}
+
 HotKeys& MacPlatform::hotKeys() {
   return services_->hotKeys;
 }
@@ -136,6 +144,10 @@ StatusBar& MacPlatform::statusBar() {
 
 SystemLog& MacPlatform::systemLog() {
   return services_->systemLog;
+}
+
+TemperatureSensors& MacPlatform::temperatureSensors() {
+  return services_->temperatureSensors;
 }
 
 TextMetrics& MacPlatform::textMetrics() {

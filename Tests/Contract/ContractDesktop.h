@@ -118,6 +118,12 @@ class ContractDesktop {
   virtual void webServerReplies(const WebReply& reply) = 0;
   /// The requests that it got, the oldest first, with their paths as URLs.
   virtual std::vector<UrlRequest> webRequests() = 0;
+
+  // Sensors
+
+  /// What the sensor on the processor's die says, in °C; nothing takes it out. At first the machine
+  /// has no sensor.
+  virtual void setDieTemperature(std::optional<double> celsius) = 0;
 };
 
 /// Makes the desktop of one test. The name tells runs apart in the names of the tests.

@@ -115,6 +115,7 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
 LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
   qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
+  setenv("ZEPHYX_HWMON", sensors_.folder().c_str(), 1);
   static char name[] = "linux_contract_tests";
   static char* arguments[] = {name, nullptr};
   platform_ = makePlatform(1, arguments);
@@ -313,6 +314,14 @@ void LinuxContractDesktop::webServerReplies(const WebReply& reply) {
                     .interval = std::chrono::milliseconds(std::lround(reply.interval * 1000))};
   if (!reply.location.empty()) answer.headers = "Location: " + reply.location + "\r\n";
   webServer_->reply(std::move(answer));
+}
+
+void LinuxContractDesktop::setDieTemperature(std::optional<double> celsius) {
+  if (celsius) {
+    sensors_.setProcessor(std::to_string(std::lround(*celsius * 1000)));
+  } else {
+    sensors_.remove("hwmon0");
+  }
 }
 
 }  // namespace zephyx

@@ -5,6 +5,7 @@
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/VirtualDesktop.h"
+#include "Tests/Linux/SensorTree.h"
 
 class QMenu;
 
@@ -50,10 +51,13 @@ class LinuxContractDesktop final : public ContractDesktop {
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override { return webServer_->requests(); }
 
+  void setDieTemperature(std::optional<double> celsius) override;
+
  private:
   void copy(const std::vector<PasteboardItem>& items, bool hangs);
 
   VirtualDesktop desktop_;
+  SensorTree sensors_{desktop_.home() / "hwmon"};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;

@@ -129,4 +129,10 @@ std::vector<UrlRequest> SimulatedContractDesktop::webRequests() {
   return requests;
 }
 
+void SimulatedContractDesktop::setDieTemperature(std::optional<double> celsius) {
+  auto& sensors = machine_.temperatureSensors.sensors;
+  sensors.clear();
+  if (celsius) sensors.push_back({"PMU tdie1", *celsius});
+}
+
 }  // namespace zephyx

@@ -47,6 +47,8 @@ class SimulatedContractDesktop final : public ContractDesktop {
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override;
 
+  void setDieTemperature(std::optional<double> celsius) override;
+
  private:
   static constexpr const char* webAddress = "https://web.example";
 

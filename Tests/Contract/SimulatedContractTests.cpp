@@ -7,6 +7,7 @@
 #include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
 #include "Tests/Contract/SimulatedContractDesktop.h"
+#include "Tests/Contract/StatisticsContract.h"
 #include "Tests/Contract/StatusBarContract.h"
 #include "Tests/Contract/StoreContract.h"
 #include "Tests/Contract/WindowContract.h"
@@ -31,6 +32,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, NetworkContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, PasteboardContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, StatisticsContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StatusBarContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StoreContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, WindowContract, simulations, contractRunName);

@@ -34,6 +34,8 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
     std::uint64_t mask;
   };
   const std::vector<Row> expected = {
+      {"System Monitor", "", "", 0},
+      {"-", "", "", 0},
       {"Open", "togglePopover", " ", shiftCommand},
       {"-", "", "", 0},
       {"Export All Notes", "exportAllNotes", "e", shiftCommand},

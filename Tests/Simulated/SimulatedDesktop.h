@@ -12,6 +12,7 @@
 #include "Tests/Simulated/SimulatedEngines.h"
 #include "Tests/Simulated/SimulatedEventMonitors.h"
 #include "Tests/Simulated/SimulatedFaults.h"
+#include "Tests/Simulated/SimulatedHostStatistics.h"
 #include "Tests/Simulated/SimulatedHotKeys.h"
 #include "Tests/Simulated/SimulatedImages.h"
 #include "Tests/Simulated/SimulatedKeyboard.h"
@@ -22,6 +23,7 @@
 #include "Tests/Simulated/SimulatedScreens.h"
 #include "Tests/Simulated/SimulatedStatusBar.h"
 #include "Tests/Simulated/SimulatedSystemLog.h"
+#include "Tests/Simulated/SimulatedTemperatureSensors.h"
 #include "Tests/Simulated/SimulatedTextMetrics.h"
 #include "Tests/Simulated/SimulatedUrlSession.h"
 #include "Tests/Simulated/SimulatedUserDefaults.h"
@@ -53,6 +55,8 @@ class SimulatedDesktop {
   SimulatedKeychain keychain{dispatch};
   SimulatedUrlSession urlSession{dispatch};
   SimulatedImages images;
+  SimulatedHostStatistics hostStatistics{dispatch};
+  SimulatedTemperatureSensors temperatureSensors{dispatch};
   SimulatedScreens screens;
   SimulatedTextMetrics textMetrics;
   SimulatedKeyboardLayout keyboardLayout;

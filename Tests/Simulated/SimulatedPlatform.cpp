@@ -28,6 +28,9 @@ EventPoster& SimulatedPlatform::eventPoster() {
 FlutterEngines& SimulatedPlatform::flutterEngines() {
   return desktop_.engines;
 }
+HostStatistics& SimulatedPlatform::hostStatistics() {
+  return desktop_.hostStatistics;
+}
 HotKeys& SimulatedPlatform::hotKeys() {
   return desktop_.hotKeys;
 }
@@ -57,6 +60,9 @@ StatusBar& SimulatedPlatform::statusBar() {
 }
 SystemLog& SimulatedPlatform::systemLog() {
   return desktop_.systemLog;
+}
+TemperatureSensors& SimulatedPlatform::temperatureSensors() {
+  return desktop_.temperatureSensors;
 }
 TextMetrics& SimulatedPlatform::textMetrics() {
   return desktop_.textMetrics;

@@ -19,6 +19,7 @@ class SimulatedPlatform : public Platform {
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
   FlutterEngines& flutterEngines() override;
+  HostStatistics& hostStatistics() override;
   HotKeys& hotKeys() override;
   Images& images() override;
   KeyboardLayout& keyboardLayout() override;
@@ -29,6 +30,7 @@ class SimulatedPlatform : public Platform {
   Screens& screens() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
+  TemperatureSensors& temperatureSensors() override;
   TextMetrics& textMetrics() override;
   UrlSession& urlSession() override;
   UserDefaults& userDefaults() override;

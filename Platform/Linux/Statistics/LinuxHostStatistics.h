@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "Platform/HostStatistics.h"
+#include "Platform/Linux/Statistics/KernelFile.h"
+
+namespace zephyx {
+
+/// What the kernel counts, from files of `processFolder` that stay open.
+class LinuxHostStatistics final : public HostStatistics {
+ public:
+  explicit LinuxHostStatistics(const std::string& processFolder = "/proc");
+
+  std::optional<ProcessorTicks> processorTicks() override;
+  std::optional<int> memoryLevel() override;
+  std::optional<MemoryPages> memoryPages() override;
+  std::uint64_t physicalMemory() override;
+  std::optional<VolumeCapacity> volumeCapacity(const std::string& folder) override;
+
+ private:
+  KernelFile processors_;
+  KernelFile memory_;
+};
+
+}  // namespace zephyx

@@ -1,0 +1,257 @@
+#include <algorithm>
+
+#include "Platform/Label.h"
+#include "Runner/StatRingView.h"
+#include "Runner/SystemMonitorMenuView.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Counts what would be drawn or shown anew.
+class CountingPeer final : public ViewPeer {
+ public:
+  explicit CountingPeer(View& view) : registration_(view.attachPeer(*this)) {}
+
+  void frameDidChange() override { ++changes; }
+  void childrenDidChange() override { ++changes; }
+  void propertiesDidChange() override { ++changes; }
+  void alphaDidChange(const std::optional<Animation>&) override { ++changes; }
+  void setNeedsDisplay() override { ++changes; }
+
+  int changes = 0;
+
+ private:
+  Registration registration_;
+};
+
+class SystemMonitorTest : public HostTest {
+ protected:
+  SystemMonitorTest() { launch(); }
+
+  SystemMonitorMenuView& view() {
+    return dynamic_cast<SystemMonitorMenuView&>(*statusItem().menu()->items().at(0)->view());
+  }
+  StatRingView& ring(const std::string& title) {
+    for (const auto& each : view().visibleRings()) {
+      if (each->title() == title) return *each;
+    }
+    throw std::out_of_range(title);
+  }
+  std::vector<double> places() {
+    std::vector<double> all;
+    for (const auto& each : view().visibleRings()) {
+      EXPECT_EQ(each->frame().size, (Size{60, 60}));
+      EXPECT_EQ(each->frame().origin.y, 12);
+      all.push_back(each->frame().origin.x);
+    }
+    return all;
+  }
+  void setTemperature(double celsius) {
+    desktop.temperatureSensors.sensors = {{"PMU tdie1", celsius}};
+  }
+};
+
+TEST_F(SystemMonitorTest, TheCpuRingFollowsAJumpStepByStep) {
+  statusItem().openMenu();
+  EXPECT_EQ(ring("CPU").valueText(), "0%");
+  desktop.dispatch.advance(1);
+  desktop.hostStatistics.setProcessorLoad(1);
+  for (const char* shown : {"35%", "58%", "73%"}) {
+    desktop.dispatch.advance(1);
+    EXPECT_EQ(ring("CPU").valueText(), shown);
+    EXPECT_EQ(ring("CPU").accessibilityValue(), shown);
+    EXPECT_EQ(ring("CPU").toolTip(), std::string("Processor load: ") + shown);
+  }
+  EXPECT_EQ(ring("CPU").color(), color::systemYellow);
+  desktop.dispatch.advance(2);
+  EXPECT_EQ(ring("CPU").color(), color::systemRed);
+
+  const auto last = ring("CPU").valueText();
+  desktop.hostStatistics.hasProcessorTicks = false;
+  desktop.dispatch.advance(3);
+  EXPECT_EQ(ring("CPU").valueText(), last);
+}
+
+TEST_F(SystemMonitorTest, MemoryAndDiskAreThereAtOnce) {
+  statusItem().openMenu();
+  EXPECT_EQ(ring("MEM").valueText(), "40%");
+  EXPECT_EQ(ring("MEM").color(), color::systemGreen);
+  EXPECT_EQ(ring("DISK").valueText(), "62%");
+  EXPECT_EQ(ring("DISK").color(), color::systemYellow);
+  desktop.hostStatistics.level = 5;
+  desktop.hostStatistics.volume.reset();
+  desktop.dispatch.advance(1);
+  EXPECT_EQ(ring("MEM").valueText(), "95%");
+  EXPECT_EQ(ring("MEM").color(), color::systemRed);
+  EXPECT_EQ(ring("DISK").valueText(), "0%");
+}
+
+TEST_F(SystemMonitorTest, TheFirstTemperatureAddsAFourthRingAndCentresTheRowAgain) {
+  statusItem().openMenu();
+  EXPECT_THAT(places(), ElementsAre(54, 130, 206));
+  setTemperature(130);
+  desktop.dispatch.advance(1);
+  EXPECT_EQ(places().size(), 3u);
+  setTemperature(72);
+  desktop.dispatch.advance(1);
+  EXPECT_THAT(places(), ElementsAre(16, 92, 168, 244));
+  EXPECT_EQ(view().visibleRings().at(1)->title(), "TEMP");
+  view().setFrame({{0, 0}, {400, 84}});
+  EXPECT_THAT(places(), ElementsAre(56, 132, 208, 284));
+
+  const struct {
+    double celsius;
+    const char* text;
+    Color color;
+  } cases[] = {{69.4, "69°C", color::systemGreen},
+               {72, "72°C", color::systemYellow},
+               {90, "90°C", color::systemRed},
+               {104.6, "105°C", color::systemRed}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.celsius);
+    setTemperature(each.celsius);
+    desktop.dispatch.advance(1);
+    EXPECT_EQ(ring("TEMP").valueText(), each.text);
+    EXPECT_EQ(ring("TEMP").color(), each.color);
+  }
+  EXPECT_EQ(ring("TEMP").progress(), 1);
+  desktop.temperatureSensors.sensors.clear();
+  desktop.dispatch.advance(1);
+  EXPECT_EQ(ring("TEMP").valueText(), "105°C");
+}
+
+TEST_F(SystemMonitorTest, AHoveredRingShowsItsValueAndIsCountedOnce) {
+  statusItem().openMenu();
+  auto& memory = ring("MEM");
+  const auto& symbol = *memory.children().at(0);
+  const auto& value = *memory.children().at(1);
+  EXPECT_EQ(value.alpha(), 0);
+  memory.mouseEntered();
+  memory.mouseEntered();
+  EXPECT_EQ(value.alpha(), 1);
+  EXPECT_EQ(symbol.alpha(), 0);
+  desktop.dispatch.settle();
+  const Map event{{"name", "stat_ring_hovered"}, {"props", Map{{"ring", "mem"}}}};
+  EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{"telemetryEvent", event}));
+  memory.mouseExited();
+  EXPECT_EQ(value.alpha(), 0);
+  EXPECT_EQ(symbol.alpha(), 1);
+  memory.mouseEntered();
+  statusItem().cancelTrackingWithoutAnimation();
+  EXPECT_FALSE(memory.isHovered());
+  desktop.dispatch.settle();
+  EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{"telemetryEvent", event}));
+}
+
+TEST_F(SystemMonitorTest, NothingIsReadWhileTheMenuIsClosed) {
+  int& reads = desktop.hostStatistics.reads;
+  desktop.dispatch.advance(60);
+  EXPECT_EQ(reads, 0);
+  for (int round = 0; round < 2; ++round) {
+    statusItem().openMenu();
+    const auto before = std::exchange(reads, 0);
+    EXPECT_GT(before, 0);
+    desktop.dispatch.advance(3);
+    EXPECT_EQ(reads, 9);
+    statusItem().cancelTrackingWithoutAnimation();
+    desktop.dispatch.advance(60);
+    EXPECT_EQ(std::exchange(reads, 0), 9);
+  }
+}
+
+TEST_F(SystemMonitorTest, WhatLooksTheSameIsNotDrawnAgain) {
+  setTemperature(50);
+  desktop.hostStatistics.setProcessorLoad(0.25);
+  statusItem().openMenu();
+  desktop.dispatch.advance(1);
+  std::vector<std::unique_ptr<CountingPeer>> peers;
+  for (const auto& each : view().visibleRings()) {
+    peers.push_back(std::make_unique<CountingPeer>(*each));
+    for (const auto& child : each->children()) {
+      peers.push_back(std::make_unique<CountingPeer>(*child));
+    }
+  }
+  const auto changes = [&] {
+    int sum = 0;
+    for (const auto& peer : peers) sum += std::exchange(peer->changes, 0);
+    return sum;
+  };
+  setTemperature(50.04);
+  desktop.hostStatistics.volume->available -= 100'000;
+  desktop.dispatch.advance(5);
+  EXPECT_EQ(changes(), 0);
+  setTemperature(51);
+  desktop.dispatch.advance(1);
+  EXPECT_GT(changes(), 0);
+}
+
+class SystemStatsSamplerTest : public testing::Test {
+ protected:
+  SimulatedDesktop desktop;
+  SystemStatsSampler sampler{desktop.hostStatistics, desktop.temperatureSensors};
+};
+
+TEST_F(SystemStatsSamplerTest, CpuUseIsWhatHappenedSinceTheSampleBefore) {
+  EXPECT_EQ(sampler.sample().cpu, std::nullopt);
+  EXPECT_EQ(sampler.sample().cpu, std::nullopt) << "no tick in between";
+  desktop.hostStatistics.setProcessorLoad(0.75);
+  desktop.dispatch.advance(1);
+  EXPECT_NEAR(sampler.sample().cpu.value(), 0.75, 0.01);
+  desktop.dispatch.advance(1);
+  sampler.previousTicks->busy += 1'000'000;
+  EXPECT_EQ(sampler.sample().cpu, std::nullopt) << "counters fell back";
+  desktop.dispatch.advance(1);
+  EXPECT_NEAR(sampler.sample().cpu.value(), 0.75, 0.01);
+
+  desktop.hostStatistics.hasProcessorTicks = false;
+  EXPECT_EQ(sampler.sample().cpu, std::nullopt);
+  desktop.hostStatistics.hasProcessorTicks = true;
+  desktop.hostStatistics.setProcessorLoad(0);
+  desktop.dispatch.advance(1);
+  EXPECT_EQ(sampler.sample().cpu, 0);
+}
+
+TEST_F(SystemStatsSamplerTest, MemoryIsThePressureOrElseWhatIsInUse) {
+  auto& machine = desktop.hostStatistics;
+  for (const auto& [level, expected] : {std::pair(25, 0.75), {0, 1.0}, {100, 0.0}, {130, 0.0}}) {
+    machine.level = level;
+    EXPECT_EQ(sampler.sample().memory, expected);
+  }
+  machine.level.reset();
+  machine.pages = MemoryPages{
+      .internal = 300, .purgeable = 50, .wired = 200, .compressor = 50, .pageSize = 4096};
+  machine.memory = 1000 * 4096;
+  EXPECT_DOUBLE_EQ(sampler.sample().memory, 0.5);
+  machine.memory = 400 * 4096;
+  EXPECT_EQ(sampler.sample().memory, 1);
+  machine.memory = 0;
+  EXPECT_EQ(sampler.sample().memory, 0);
+  machine.memory = 4096;
+  machine.pages.reset();
+  EXPECT_EQ(sampler.sample().memory, 0);
+}
+
+TEST_F(SystemStatsSamplerTest, OnlyPlausibleReadingsFromTheDieCount) {
+  const struct {
+    std::vector<TemperatureReading> readings;
+    std::optional<double> expected;
+  } cases[] = {
+      {{}, std::nullopt},
+      {{{"PMU tdie1", 40}, {"PMU tdie2", 50}}, 45},
+      {{{"PMU tdie1", 40}, {"PMU tdie2", 0}, {"PMU tdie3", 130}, {"PMU tdie4", -128}}, 40},
+      {{{"PMU tdie1", 1}, {"PMU tdie2", 125}}, std::nullopt},
+      {{{"pACC MTR Temp Sensor0", 60}, {"eACC MTR Temp Sensor3", 50}, {"PMU tdev1", 90}}, 55},
+      {{{"gas gauge battery", 30}, {"NAND CH0 temp", 35}, {"A PMU tdie", 40}}, std::nullopt},
+  };
+  for (const auto& each : cases) {
+    desktop.temperatureSensors.sensors = each.readings;
+    EXPECT_EQ(sampler.sample().temperature, each.expected);
+  }
+}
+
+}  // namespace
+}  // namespace zephyx
