@@ -6,7 +6,6 @@
 
 #include "Platform/UserDefaults.h"
 #include "Runner/HotkeyManager.h"
-#include "Runner/SystemMonitorMenuView.h"
 
 namespace zephyx {
 namespace {
