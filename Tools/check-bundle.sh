@@ -5,7 +5,7 @@ set -euo pipefail
 cd "$(dirname "$(readlink -f "${BASH_SOURCE[0]}")")/.."
 output=$(realpath -m "$1")
 rm -rf "$output"
-mkdir -p "$output/tools" "$output/flutter/Release" "$output/sparkle"
+mkdir -p "$output/tools" "$output/flutter/Release" "$output/sparkle" "$output/simdjson"
 
 fail() { echo "bundle: $*" && exit 1; }
 
@@ -24,6 +24,7 @@ framework "$output/sparkle" Sparkle B
 inner=$output/sparkle/Sparkle.framework/Versions/B
 mkdir -p "$inner/XPCServices/Downloader.xpc" "$inner/Updater.app"
 echo code >"$inner/Autoupdate"
+touch "$output/simdjson/simdjson.h" "$output/simdjson/simdjson.cpp"
 printf 'import FlutterMacOS\nimport Foundation\nimport some_plugin\n' \
   >"$output/flutter/GeneratedPluginRegistrant.swift"
 
@@ -44,7 +45,8 @@ configure() {
     -DCMAKE_OSX_DEPLOYMENT_TARGET=13.0 "-DCMAKE_OSX_ARCHITECTURES=arm64;x86_64" \
     -DCMAKE_CXX_COMPILER="$clang" -DCMAKE_CXX_COMPILER_WORKS=1 -DCMAKE_INSTALL_NAME_TOOL=/bin/true \
     -DCMAKE_OBJCXX_COMPILER="$clang" -DCMAKE_OBJCXX_COMPILER_WORKS=1 \
-    -DZEPHYX_FLUTTER_OUTPUT="$output/flutter/Release" -DZEPHYX_SPARKLE="$output/sparkle" "$@" \
+    -DZEPHYX_FLUTTER_OUTPUT="$output/flutter/Release" -DZEPHYX_SPARKLE="$output/sparkle" \
+    -DZEPHYX_SIMDJSON="$output/simdjson" "$@" \
     >"$output/transcript" 2>&1
 }
 
@@ -57,6 +59,7 @@ refuses() {
 }
 refuses "No FlutterMacOS.framework" -DZEPHYX_FLUTTER_OUTPUT=/nowhere
 refuses "No Sparkle.framework" -DZEPHYX_SPARKLE=/nowhere
+refuses "No simdjson.h" -DZEPHYX_SIMDJSON=/nowhere
 refuses "No GeneratedPluginRegistrant.swift" -DZEPHYX_FLUTTER_REGISTRANT=/nowhere
 printf 'import missing_plugin\n' >"$output/other.swift"
 refuses 'registers the plug-in "missing_plugin"' -DZEPHYX_FLUTTER_REGISTRANT="$output/other.swift"

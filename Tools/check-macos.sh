@@ -13,6 +13,8 @@ mkdir -p "$output/names" "$output/include"
 # Debian's build of the Mac's standard library does not say since which macOS each piece of it is there.
 sed '/define _LIBCPP_HAS_NO_VENDOR_AVAILABILITY_ANNOTATIONS/d' \
   /usr/lib/llvm-19/include/c++/v1/__config_site >"$output/include/__config_site" || exit
+# The type checker puts an <inttypes.h> of its own before the library's, which this one leads on to.
+cp /usr/lib/llvm-19/include/c++/v1/inttypes.h "$output/include" || exit
 
 # The compiler's warnings are those of the real build.
 warnings=$(sed -n '/^target_compile_options(zephyx_options/,/)/p' cmake/ZephyxTargets.cmake |

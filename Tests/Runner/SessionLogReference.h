@@ -1,0 +1,13 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "Runner/ModelUsage.h"
+
+namespace zephyx {
+
+/// What a scan of logs with these contents must find: the rules one by one, slowly.
+std::vector<ModelUsage> referenceBreakdown(const std::vector<std::string>& logs, double since);
+
+}  // namespace zephyx
