@@ -10,6 +10,9 @@ class AgentPlaceholderRow final : public AgentRowView {
  public:
   explicit AgentPlaceholderRow(const AgentRegistry::Agent& agent);
 
+  /// A click does nothing that the row could promise.
+  void mouseEntered() override {}
+
   const AgentRegistry::Agent& agent() const { return agent_; }
 
  private:

@@ -47,7 +47,7 @@ void AgentUsageAccordion::show(const std::optional<AgentUsage>& usage) {
   removeLines();
   if (!usage) {
     weeklyLabel_->setText("No figures yet");
-    tokensLabel_->setText("");
+    tokensLabel_->setText("Waiting for the service");
     return;
   }
   weeklyLabel_->setText(agentUsageText::week(*usage));

@@ -14,27 +14,33 @@ constexpr double yellowFrom = 0.6;
 constexpr double redFrom = 0.8;
 constexpr const char* nothingKnown = "—";
 
-constexpr TextStyle percentStyle{.font = {.size = 9, .weight = FontWeight::semibold},
-                                 .color = color::label,
-                                 .alignment = TextAlignment::center};
+TextStyle percentStyle(Color color) {
+  return {.font = {.size = 9, .weight = FontWeight::semibold},
+          .color = color,
+          .alignment = TextAlignment::center};
+}
 
 }  // namespace
 
-UsageMiniRingView::UsageMiniRingView()
-    : percentLabel_(std::make_shared<Label>(nothingKnown, percentStyle)) {
+UsageMiniRingView::UsageMiniRingView() : percentLabel_(std::make_shared<Label>()) {
   addChild(percentLabel_);
+  clear();
+}
+
+void UsageMiniRingView::show(const std::string& text, Color color) {
+  percentLabel_->setText(text);
+  percentLabel_->setStyle(percentStyle(color));
+  setNeedsDisplay();
 }
 
 void UsageMiniRingView::setProgress(double progress) {
   progress_ = std::clamp(progress, 0.0, 1.0);
-  percentLabel_->setText(agentUsageText::percent(progress_));
-  setNeedsDisplay();
+  show(agentUsageText::percent(progress_), color::label);
 }
 
 void UsageMiniRingView::clear() {
   progress_ = 0;
-  percentLabel_->setText(nothingKnown);
-  setNeedsDisplay();
+  show(nothingKnown, color::secondaryLabel);
 }
 
 Color UsageMiniRingView::progressColor() const {

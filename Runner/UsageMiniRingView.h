@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "Platform/Color.h"
 #include "Platform/View.h"
@@ -29,6 +30,8 @@ class UsageMiniRingView final : public View {
   void layout() override;
 
  private:
+  void show(const std::string& text, Color color);
+
   double progress_ = 0;
   std::shared_ptr<Label> percentLabel_;
 };

@@ -46,7 +46,8 @@ MainScreenController::MainScreenController(ScreenServices services)
       server_(services.userDefaults, services.keychain),
       channel_(services.messenger, screenChannelName, reportToLog),
       generator_(server_, channel_),
-      hotkeys_(channel_) {
+      hotkeys_(channel_),
+      agents_(channel_) {
   saveTimer_.setSingleShot(true);
   saveTimer_.setInterval(saveDelay);
   connect(&saveTimer_, &QTimer::timeout, this, &MainScreenController::save);

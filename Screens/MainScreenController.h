@@ -8,6 +8,7 @@
 #include "Channel/MethodChannel.h"
 #include "Platform/LifetimeGuard.h"
 #include "Platform/Linux/Engines/ScreenProgram.h"
+#include "Screens/AgentSettings.h"
 #include "Screens/FilePanel.h"
 #include "Screens/HotkeySettings.h"
 #include "Screens/NotesModel.h"
@@ -28,6 +29,7 @@ class MainScreenController : public QObject {
   Q_PROPERTY(zephyx::ScreenSettings* settings READ settings CONSTANT)
   Q_PROPERTY(zephyx::ServerSettings* server READ server CONSTANT)
   Q_PROPERTY(zephyx::HotkeySettings* hotkeys READ hotkeys CONSTANT)
+  Q_PROPERTY(zephyx::AgentSettings* agents READ agents CONSTANT)
   Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY searchTextChanged)
   Q_PROPERTY(int currentRow READ currentRow NOTIFY currentChanged)
   Q_PROPERTY(QString text READ text WRITE setText NOTIFY textChanged)
@@ -44,6 +46,7 @@ class MainScreenController : public QObject {
   ScreenSettings* settings() { return &settings_; }
   ServerSettings* server() { return &server_; }
   HotkeySettings* hotkeys() { return &hotkeys_; }
+  AgentSettings* agents() { return &agents_; }
   TextGenerator& generator() { return generator_; }
   QString searchText() const { return searchText_; }
   void setSearchText(const QString& text);
@@ -117,6 +120,7 @@ class MainScreenController : public QObject {
   MethodChannel channel_;
   TextGenerator generator_;
   HotkeySettings hotkeys_;
+  AgentSettings agents_;
   LifetimeGuard guard_;
 };
 

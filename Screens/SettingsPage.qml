@@ -56,6 +56,7 @@ Item {
 
             ServerSection { server: root.screen.server }
             HotkeySection { hotkeys: root.screen.hotkeys }
+            AgentSection { agents: root.screen.agents }
             SettingsSection {
                 title: "Clipboard history"
                 SettingsRow {

@@ -6,11 +6,19 @@ Item {
     property string title
     property string explanation
     property bool isProblem: false
+    /// A line separates it from the row above.
+    property bool divided: false
     default property alias control: slot.data
 
     width: parent ? parent.width : 0
     height: Math.max(words.height, slot.childrenRect.height) + 26
 
+    Rectangle {
+        visible: row.divided
+        anchors { left: parent.left; right: parent.right; leftMargin: 18; rightMargin: 1 }
+        height: 1
+        color: Theme.lineSoft
+    }
     Column {
         id: words
         anchors {

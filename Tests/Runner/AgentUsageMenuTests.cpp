@@ -112,6 +112,8 @@ TEST_F(AgentUsageMenuTest, EachResultLeadsToTheStateThatItMeans) {
     EXPECT_EQ(desktop.userDefaults.number(sessionKey), each.session);
     EXPECT_EQ(view().frame().size.height, closedHeight + (each.expanded ? 50 : 0));
     EXPECT_TRUE(statusItem().menuIsOpen());
+    EXPECT_EQ(view().agentRow().accessibilityLabel(), "Claude Code");
+    EXPECT_EQ(view().agentRow().accessibilityValue(), view().agentRow().subtitleLabel().text());
     endHost();
   }
 }

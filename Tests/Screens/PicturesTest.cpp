@@ -160,6 +160,10 @@ TEST(Pictures, Settings) {
   world.replies["hotkeyStartRecording"] = Value(Map{{"keyCode", 17}, {"modifiers", 0x300}});
   world.replies["hotkeySet"] = MethodError{
       "registrationFailed", "No se pudo registrar el atajo con macOS. Se mantuvo el anterior.", 3};
+  world.replies["agentsVisibilityGet"] =
+      Value(List{Map{{"id", "claude-code"}, {"name", "Claude Code"}, {"visible", true}},
+                 Map{{"id", "gemini"}, {"name", "Gemini CLI"}, {"visible", false}},
+                 Map{{"id", "openai"}, {"name", "OpenAI Codex"}, {"visible", true}}});
   ASSERT_TRUE(world.showPicture(1000, 660));
   auto* screen = qobject_cast<MainScreenController*>(world.program()->controller());
   screen->server()->setAddress("http://models.example.org");
@@ -178,6 +182,9 @@ TEST(Pictures, Settings) {
   world.child("settings")->setProperty("contentY", 210);
   world.settlePicture();
   world.savePicture("settings-error-scrolled");
+  world.child("settings")->setProperty("contentY", 780);
+  world.settlePicture();
+  world.savePicture("settings-agents");
   screen->hotkeys()->record(4);
   ASSERT_TRUE(waitFor([&] { return !world.unanswered["hotkeyStartRecording"].empty(); }));
   world.settlePicture();

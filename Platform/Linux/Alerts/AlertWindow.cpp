@@ -1,5 +1,6 @@
 #include "Platform/Linux/Alerts/AlertWindow.h"
 
+#include <QtGui/QGuiApplication>
 #include <QtGui/QMouseEvent>
 #include <QtGui/QPainter>
 #include <QtGui/QWindow>
@@ -18,16 +19,7 @@ constexpr int textWidth = 350;
 constexpr int badgeSide = 46;
 constexpr double badgeRadius = 11;
 constexpr double cornerRadius = 14;
-
-// Text, accent, text on it.
-constexpr const char* look = R"(
-QPushButton { color: %1; background: rgba(128, 128, 140, 60); border: 2px solid transparent;
-  border-radius: 8px; padding: 6px 16px; min-width: 74px; font-size: 13px; }
-QPushButton:hover { background: rgba(128, 128, 140, 90); }
-QPushButton:pressed { background: rgba(128, 128, 140, 120); }
-QPushButton:default { color: %3; background: %2; }
-QPushButton:focus { border-color: rgba(128, 128, 140, 160); }
-)";
+constexpr QSize minimumButton(92, 30);
 
 /// The program's symbol on a coloured square.
 QPixmap badge(const QPalette& palette, double ratio) {
@@ -46,12 +38,9 @@ QPixmap badge(const QPalette& palette, double ratio) {
   return pixmap;
 }
 
-QLabel* label(const std::string& text, const TextStyle& style, const QPalette& palette) {
+QLabel* label(const std::string& text, const Font& font) {
   auto* made = new QLabel(QString::fromStdString(text));
-  auto colors = palette;
-  colors.setColor(QPalette::WindowText, viewLook::color(style.color, palette));
-  made->setPalette(colors);
-  made->setFont(viewLook::font(style.font));
+  made->setFont(viewLook::font(font));
   made->setTextFormat(Qt::PlainText);
   made->setWordWrap(true);
   made->setFixedWidth(textWidth);
@@ -60,29 +49,32 @@ QLabel* label(const std::string& text, const TextStyle& style, const QPalette& p
   return made;
 }
 
+void setColor(QLabel& label, Color color, const QPalette& palette) {
+  auto colors = palette;
+  colors.setColor(QPalette::WindowText, viewLook::color(color, palette));
+  label.setPalette(colors);
+}
+
 }  // namespace
 
 AlertWindow::AlertWindow(const Alert& alert, bool isRounded)
     : QDialog(nullptr, Qt::Dialog | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint),
       lastButton_(alert.buttons.size() - 1),
-      isRounded_(isRounded) {
+      isRounded_(isRounded),
+      symbol_(new QLabel),
+      message_(label(alert.message, {15, FontWeight::semibold})),
+      text_(label(alert.informativeText, {13})) {
   if (isRounded) setAttribute(Qt::WA_TranslucentBackground);
   setWindowTitle(QString::fromStdString(alert.message));
   setAccessibleDescription(QString::fromStdString(alert.informativeText));
-  setStyleSheet(QString::fromLatin1(look).arg(palette().color(QPalette::WindowText).name(),
-                                              palette().color(QPalette::Highlight).name(),
-                                              palette().color(QPalette::HighlightedText).name()));
 
-  auto* symbol = new QLabel;
-  symbol->setPixmap(badge(palette(), devicePixelRatio()));
   auto* words = new QVBoxLayout;
   words->setSpacing(8);
-  words->addWidget(label(alert.message, {{15, FontWeight::semibold}, color::label}, palette()));
-  if (!alert.informativeText.empty())
-    words->addWidget(label(alert.informativeText, {{13}, color::secondaryLabel}, palette()));
+  words->addWidget(message_);
+  words->addWidget(text_);
   auto* question = new QHBoxLayout;
   question->setSpacing(16);
-  question->addWidget(symbol, 0, Qt::AlignTop);
+  question->addWidget(symbol_, 0, Qt::AlignTop);
   question->addLayout(words);
 
   auto* buttons = new QHBoxLayout;
@@ -90,13 +82,13 @@ AlertWindow::AlertWindow(const Alert& alert, bool isRounded)
   for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
     auto title = QString::fromStdString(alert.buttons[i]);
     auto* button = new QPushButton(title.replace(QLatin1Char('&'), QLatin1String("&&")), this);
+    button->setMinimumSize(minimumButton);
     connect(button, &QPushButton::clicked, this, [this, i] { done(static_cast<int>(i)); });
     // The first one stands at the end of the line.
     buttons->insertWidget(0, button);
-    if (i == 0) {
-      button->setDefault(true);
-      button->setFocus();
-    }
+    if (i > 0) continue;
+    button->setDefault(true);
+    button->setFocus();
   }
   buttons->insertStretch(0, 1);
 
@@ -106,6 +98,22 @@ AlertWindow::AlertWindow(const Alert& alert, bool isRounded)
   column->addLayout(question);
   column->addLayout(buttons);
   column->setSizeConstraint(QLayout::SetFixedSize);
+  applyLook();
+}
+
+void AlertWindow::applyLook() {
+  const auto palette = QGuiApplication::palette();
+  symbol_->setPixmap(badge(palette, devicePixelRatio()));
+  const auto look = viewLook::buttonLook(palette);
+  if (look != styleSheet()) setStyleSheet(look);
+  // After the style sheet, which puts palettes back.
+  setColor(*message_, color::label, palette);
+  setColor(*text_, color::secondaryLabel, palette);
+}
+
+void AlertWindow::changeEvent(QEvent* event) {
+  QDialog::changeEvent(event);
+  if (event->type() == QEvent::PaletteChange) applyLook();
 }
 
 void AlertWindow::reject() {

@@ -5,6 +5,8 @@
 
 #include "Platform/Alert.h"
 
+class QLabel;
+
 namespace zephyx {
 
 /// A frameless card with a question and its buttons; its result is the index of the one that was
@@ -20,10 +22,16 @@ class AlertWindow final : public QDialog {
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
+  void changeEvent(QEvent* event) override;
 
  private:
+  void applyLook();
+
   std::size_t lastButton_;
   bool isRounded_;
+  QLabel* symbol_;
+  QLabel* message_;
+  QLabel* text_;
 };
 
 }  // namespace zephyx

@@ -15,6 +15,17 @@ namespace {
 constexpr double symbolScale = 1.25;
 constexpr double focusRingWidth = 2;
 
+// Text, accent, text on it.
+constexpr const char* buttonStyle = R"(
+QPushButton { color: %1; background: rgba(128, 128, 140, 60); border: 2px solid transparent;
+  border-radius: 7px; padding: 0 14px; font-size: 13px; }
+QPushButton:hover { background: rgba(128, 128, 140, 90); }
+QPushButton:pressed { background: rgba(128, 128, 140, 120); }
+QPushButton:focus { border-color: %2; }
+QPushButton:default { color: %3; background: %2; }
+QPushButton:disabled { color: #80808a; background: rgba(128, 128, 140, 40); }
+)";
+
 struct Pair {
   QRgb dark;
   QRgb light;
@@ -129,6 +140,12 @@ QPainterPath symbol(const SystemSymbol& symbol) {
 
 double symbolSize(const SystemSymbol& symbol) {
   return symbol.pointSize * symbolScale;
+}
+
+QString buttonLook(const QPalette& palette) {
+  return QString::fromLatin1(buttonStyle)
+      .arg(palette.color(QPalette::WindowText).name(), palette.color(QPalette::Highlight).name(),
+           palette.color(QPalette::HighlightedText).name());
 }
 
 void drawFocusRing(QPainter& painter, const QRectF& around, double cornerRadius,

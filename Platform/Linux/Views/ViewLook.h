@@ -27,6 +27,8 @@ QString fitted(const QString& text, const TextStyle& style, double width);
 /// In the middle of a square at the origin with the side `symbolSize`; empty for an unknown name.
 QPainterPath symbol(const SystemSymbol& symbol);
 double symbolSize(const SystemSymbol& symbol);
+/// The style sheet of push buttons.
+QString buttonLook(const QPalette& palette);
 /// Around something that has the keyboard.
 void drawFocusRing(QPainter& painter, const QRectF& around, double cornerRadius,
                    const QPalette& palette);
