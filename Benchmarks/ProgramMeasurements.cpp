@@ -1,6 +1,6 @@
 // Measures the whole program from outside, on a private desktop: prints "name value unit" lines.
 // `program_measurements start` measures one group only: start, first, copies,
-// translate or idle.
+// translate, menu or idle.
 #include <unistd.h>
 #include <xcb/xfixes.h>
 
@@ -18,6 +18,7 @@
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/ZephyxProcess.h"
+#include "Tests/Linux/SensorTree.h"
 
 namespace zephyx {
 namespace {
@@ -255,6 +256,30 @@ void measureIdle() {
   require(program->mainWindow().has_value(), "the main window went away");
 }
 
+// With all four rings, of which the processor's and the temperature's change each second.
+void measureMenu() {
+  VirtualDesktopOptions options;
+  options.tray = true;
+  VirtualDesktop desktop(options);
+  const SensorTree sensors(desktop.home() / "hwmon");
+  ZephyxProcess program(desktop, {{"ZEPHYX_HWMON", sensors.folder()}});
+  require(program.waitUntilReady() && waitFor([&] { return program.trayIcon().has_value(); }),
+          "the program did not get ready:\n" + program.log());
+  const auto icon = program.trayIcon().value();
+  sensors.setProcessor("50000");
+  desktop.input().click(icon.centerX(), icon.centerY());
+  require(waitFor([&] { return program.menu().has_value(); }), "the menu did not open");
+  pass(std::chrono::seconds(2));
+  constexpr int seconds = 20;
+  const double before = processorTime(program.pid());
+  for (int second = 1; second <= seconds; ++second) {
+    sensors.setProcessor(std::to_string(50 + second) + "000");
+    pass(std::chrono::seconds(1));
+  }
+  report("menu.processor", (processorTime(program.pid()) - before) / seconds, "ms");
+  require(program.menu().has_value(), "the menu closed");
+}
+
 void measureCopies() {
   VirtualDesktop desktop;
   desktop.enter();
@@ -303,11 +328,9 @@ void measureTranslation() {
 }
 
 int measure(const std::string& group) {
-  const std::pair<const char*, void (*)()> groups[] = {{"start", &measureStart},
-                                                       {"first", &measureFirstCopy},
-                                                       {"copies", &measureCopies},
-                                                       {"translate", &measureTranslation},
-                                                       {"idle", &measureIdle}};
+  const std::pair<const char*, void (*)()> groups[] = {
+      {"start", &measureStart},           {"first", &measureFirstCopy}, {"copies", &measureCopies},
+      {"translate", &measureTranslation}, {"menu", &measureMenu},       {"idle", &measureIdle}};
   for (const auto& [name, function] : groups)
     if (group.empty() || group == name) function();
   return 0;

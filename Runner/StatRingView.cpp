@@ -14,12 +14,13 @@ namespace zephyx {
 namespace {
 
 constexpr Size ringSize{60, 60};
-constexpr Point center{30, 36};
-constexpr double radius = 20;
+constexpr Point center{30, 37};
+constexpr double radius = 20.5;  // of the middle of the line, so that its edges are whole points
 constexpr double lineWidth = 5;
-constexpr Rect middle{{12, 26}, {36, 20}};
+constexpr Rect symbolPlace{{18, 25}, {24, 24}};
+constexpr Rect valueLine{{6, 27}, {48, 20}};
 constexpr Rect titleLine{{0, 0}, {60, 12}};
-constexpr double top = 90;  // degrees; the arc goes clockwise from there
+constexpr double top = 90;  // degrees, from where the arc goes clockwise
 constexpr double turn = 360;
 /// Each step of the arc is about half a point long: nobody sees less.
 constexpr int stepsOfTurn = 250;
@@ -54,8 +55,8 @@ StatRingView::StatRingView(std::string title, std::string description, std::stri
           SystemSymbol{std::move(symbol), 13, FontWeight::medium, color::label})),
       value_(std::make_shared<Label>("", valueStyle)) {
   setAccessibilityLabel(std::move(description));
-  symbol_->setFrame(middle);
-  value_->setFrame(middle);
+  symbol_->setFrame(symbolPlace);
+  value_->setFrame(valueLine);
   value_->setAlpha(0);
   addChild(symbol_);
   addChild(value_);

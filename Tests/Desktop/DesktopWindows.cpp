@@ -248,23 +248,25 @@ std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
                                                                start);
 }
 
-int DesktopWindows::distinctColors(const DesktopWindow& window) const {
-  const auto width = static_cast<std::uint16_t>(std::min(window.width, 320));
-  const auto height = static_cast<std::uint16_t>(std::min(window.height, 240));
+std::vector<std::uint32_t> DesktopWindows::pixels(WindowId window, int x, int y, int width,
+                                                  int height) const {
   const auto reply = owned(xcb_get_image_reply(
       connection_,
-      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window.id, 0, 0, width, height, ~0u),
+      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, window, static_cast<std::int16_t>(x),
+                    static_cast<std::int16_t>(y), static_cast<std::uint16_t>(width),
+                    static_cast<std::uint16_t>(height), ~0u),
       nullptr));
-  if (!reply) return 0;
-  const auto* bytes = xcb_get_image_data(reply.get());
-  const auto count = static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) / 4;
-  std::set<std::uint32_t> colors;
-  for (std::size_t index = 0; index < count && colors.size() < 256; ++index) {
-    std::uint32_t pixel = 0;
-    std::memcpy(&pixel, bytes + index * 4, 4);
-    colors.insert(pixel);
-  }
-  return static_cast<int>(colors.size());
+  if (!reply) return {};
+  std::vector<std::uint32_t> pixels(
+      static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) / 4);
+  std::memcpy(pixels.data(), xcb_get_image_data(reply.get()), pixels.size() * 4);
+  return pixels;
+}
+
+int DesktopWindows::distinctColors(const DesktopWindow& window) const {
+  const auto part =
+      pixels(window.id, 0, 0, std::min(window.width, 320), std::min(window.height, 240));
+  return static_cast<int>(std::set(part.begin(), part.end()).size());
 }
 
 }  // namespace zephyx

@@ -76,6 +76,8 @@ class DesktopWindows {
   /// How long the program behind a window takes to answer the window manager's "are you alive?",
   /// which its main thread does; one second when it does not answer within that.
   std::chrono::milliseconds ping(WindowId window) const;
+  /// What a part of a window shows, row by row; empty when it cannot be seen.
+  std::vector<std::uint32_t> pixels(WindowId window, int x, int y, int width, int height) const;
   /// How many different colours the upper left part of a window shows: 1 before anything is drawn.
   int distinctColors(const DesktopWindow& window) const;
 

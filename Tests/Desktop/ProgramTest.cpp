@@ -11,8 +11,8 @@ void ProgramTest::startDesktop(const VirtualDesktopOptions& options) {
   startProgram();
 }
 
-void ProgramTest::startProgram() {
-  program_ = std::make_unique<ZephyxProcess>(*desktop_);
+void ProgramTest::startProgram(const Environment& additions) {
+  program_ = std::make_unique<ZephyxProcess>(*desktop_, additions);
   if (!program_->waitUntilReady())
     throw std::runtime_error("the program did not get ready; its log:\n" + program_->log());
 }

@@ -17,7 +17,7 @@ class ProgramTest : public testing::Test {
   static void SetUpTestSuite() { startDesktop({}); }
   static void TearDownTestSuite();
   static void startDesktop(const VirtualDesktopOptions& options);
-  static void startProgram();
+  static void startProgram(const Environment& additions = {});
 
   void SetUp() override;
   void TearDown() override;

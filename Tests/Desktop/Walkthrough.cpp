@@ -86,7 +86,8 @@ bool Walkthrough::run() {
 
 void Walkthrough::start() {
   ZephyxProcess::useChatServer(desktop_, server_.address());
-  program_ = std::make_unique<ZephyxProcess>(desktop_);
+  program_ =
+      std::make_unique<ZephyxProcess>(desktop_, Environment{{"ZEPHYX_HWMON", sensors_.folder()}});
   mustStep("started", "Zephyx's main window, its icon in the tray; Shift+Super+V is its own", [&] {
     const auto window = program_->mainWindow();
     return window && desktop_.windows().distinctColors(*window) > 4 && program_->trayIcon() &&
@@ -215,8 +216,17 @@ void Walkthrough::menuAndMainWindow() {
   const auto icon = program_->trayIcon();
   if (!icon) throw std::runtime_error("the tray icon is gone");
   desktop_.input().click(icon->centerX(), icon->centerY());
-  step("menu", "a click on the tray icon: the menu, with its shortcut hints",
+  step("menu", "a click on the tray icon: the menu, with its rings and shortcut hints",
        [&] { return program_->menu().has_value(); });
+  sensors_.setProcessor("72000");
+  const auto menu = program_->menu().value_or(DesktopWindow());
+  const auto rings = [&] { return desktop_.windows().pixels(menu.id, 0, 0, menu.width, 90); };
+  const auto before = rings();
+  step("menu-temperature", "a sensor on the processor's die: a fourth ring",
+       [&] { return rings() != before; });
+  desktop_.input().movePointer(menu.x + menu.width / 2 - 38, menu.y + 40);
+  step("menu-value", "the pointer over the ring of the temperature: its value",
+       [] { return true; });
   desktop_.input().tap(key::Escape);
   step("menu-closed", "Escape closed the menu", [&] { return !program_->menu(); });
   auto second = desktop_.start({ZephyxProcess::executable().string()});

@@ -7,6 +7,7 @@
 #include "Tests/Desktop/ChatServer.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/ZephyxProcess.h"
+#include "Tests/Linux/SensorTree.h"
 
 namespace zephyx {
 
@@ -44,6 +45,7 @@ class Walkthrough {
   int failures_ = 0;
   ChatServer server_{{"una línea", " traducida", " en el editor"}};
   VirtualDesktop desktop_;
+  SensorTree sensors_{desktop_.home() / "hwmon"};
   std::unique_ptr<ZephyxProcess> program_;
   std::unique_ptr<TargetProgram> editor_;
   std::unique_ptr<TargetProgram> line_;
