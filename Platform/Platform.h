@@ -7,6 +7,7 @@ namespace zephyx {
 class Accessibility;
 class Alerts;
 class Application;
+class AudioHardware;
 class Dispatch;
 class Directories;
 class EventMonitors;
@@ -37,6 +38,7 @@ class Platform {
   virtual Accessibility& accessibility() = 0;
   virtual Alerts& alerts() = 0;
   virtual Application& application() = 0;
+  virtual AudioHardware& audioHardware() = 0;
   virtual Directories& directories() = 0;
   virtual Dispatch& dispatch() = 0;
   virtual EventMonitors& eventMonitors() = 0;

@@ -14,9 +14,11 @@
 #include "Runner/ClipboardPanelController.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/MainFlutterWindow.h"
+#include "Runner/MicrophoneMuteController.h"
 #include "Runner/SelectionCapture.h"
 #include "Runner/StatusMenu.h"
 #include "Runner/SystemMonitorMenuView.h"
+#include "Runner/TelemetryRelay.h"
 #include "Runner/TranslatePanelController.h"
 #include "Runner/UsageProvider.h"
 
@@ -26,12 +28,15 @@ namespace {
 constexpr double squareStatusItemLength = -2;
 constexpr const char* statusSymbol = "note.text";
 constexpr const char* statusDescription = "Zephyx";
+constexpr const char* mutedSymbol = "mic.slash.fill";
+constexpr const char* mutedDescription = "Zephyx — microphone muted";
 
 constexpr const char* shortcutUsed = "shortcutUsed";
 constexpr const char* exportAllNotes = "exportAllNotes";
 constexpr const char* importNotes = "importNotes";
 constexpr const char* openSettings = "openSettings";
 constexpr const char* headlessCaptureEditor = "headlessCaptureEditor";
+constexpr const char* micToggled = "mic_toggled";
 
 /// Logged when a hotkey fires; null for those that say nothing.
 const char* firedLine(HotkeyID id) {
@@ -87,7 +92,6 @@ void AppDelegate::applicationDidFinishLaunching() {
 void AppDelegate::makeStatusItem() {
   auto& hotkeys = HotkeyManager::shared();
   statusItem_ = platform_.statusBar().makeStatusItem(squareStatusItemLength);
-  statusItem_->setImage(statusSymbol, statusDescription);
   systemMonitorView_ = std::make_shared<SystemMonitorMenuView>(
       platform_.dispatch(), platform_.hostStatistics(), platform_.temperatureSensors());
   agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
@@ -98,14 +102,28 @@ void AppDelegate::makeStatusItem() {
           .agentUsage = agentUsage_->item(),
       },
       StatusMenu::Actions{
+          .toggleMicMute = lifetime_.wrap([this] { toggleMicMute(); }),
           .togglePopover = lifetime_.wrap([this] { togglePopover(); }),
           .exportAllNotes = lifetime_.wrap([this] { sendFromMainWindow(exportAllNotes); }),
           .importNotes = lifetime_.wrap([this] { sendFromMainWindow(importNotes); }),
           .openSettings = lifetime_.wrap([this] { sendFromMainWindow(openSettings); }),
           .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
       });
+  followMicrophone();
   hotkeys.toggleMenuItem = statusMenu_->toggleItem();
   statusItem_->setMenu(statusMenu_->menu());
+}
+
+void AppDelegate::followMicrophone() {
+  auto& microphone = MicrophoneMuteController::shared();
+  microphone.onStateChange = [&mainQueue = platform_.dispatch().mainQueue(),
+                              refresh = lifetime_.wrap([this] {
+                                refreshMicMuteItem();
+                                updateMicIndicator();
+                              })] { mainQueue.async(refresh); };
+  refreshMicMuteItem();
+  updateMicIndicator();
+  microphone.installDefaultDeviceListener();
 }
 
 void AppDelegate::registerGlobalHotkey() {
@@ -149,8 +167,10 @@ void AppDelegate::dispatchHotkey(std::uint32_t number) {
       break;
     case HotkeyID::trackpadLock:
     case HotkeyID::keyboardLock:
-    case HotkeyID::micMute:
       break;  // their controllers are not part of this build
+    case HotkeyID::micMute:
+      toggleMicMute();
+      break;
   }
 }
 
@@ -251,11 +271,32 @@ void AppDelegate::sendFromMainWindow(const std::string& method) {
   if (const auto channel = methodChannel.lock()) channel->invokeMethod(method);
 }
 
+void AppDelegate::toggleMicMute() {
+  auto& microphone = MicrophoneMuteController::shared();
+  microphone.setMuted(!microphone.isMuted());
+  TelemetryRelay::shared().track(micToggled, {{"muted", microphone.isMuted() ? "true" : "false"}});
+  refreshMicMuteItem();
+  updateMicIndicator();
+}
+
+void AppDelegate::refreshMicMuteItem() {
+  statusMenu_->refreshMicMuteItem(MicrophoneMuteController::shared().isMuted());
+}
+
+void AppDelegate::updateMicIndicator() {
+  if (MicrophoneMuteController::shared().isMuted()) {
+    statusItem_->setImage(mutedSymbol, mutedDescription);
+  } else {
+    statusItem_->setImage(statusSymbol, statusDescription);
+  }
+}
+
 void AppDelegate::menuNeedsUpdate(Menu&) {
   const auto window = mainWindow();
   statusMenu_->refreshToggleTitle(window && window->isVisible());
   HotkeyManager::shared().updateToggleMenuItem();  // the keyboard layout may be another one
   statusMenu_->refreshSettingsShortcutHint();
+  refreshMicMuteItem();
 }
 
 void AppDelegate::menuWillOpen(Menu&) {

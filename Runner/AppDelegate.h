@@ -54,6 +54,7 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
 
  private:
   void makeStatusItem();
+  void followMicrophone();
   void registerGlobalHotkey();
   void dispatchHotkey(std::uint32_t id);
   bool isEditorActive() const;
@@ -61,6 +62,11 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   /// else in the application in front.
   void captureAndShowPanel(const std::string& mode);
   void restoreLastPanel();
+  void toggleMicMute();
+  /// The menu's row.
+  void refreshMicMuteItem();
+  /// The icon in the menu bar shows a muted microphone.
+  void updateMicIndicator();
   void showMainWindow();
   void sendFromMainWindow(const std::string& method);
   /// The application's first window; null when it has none.

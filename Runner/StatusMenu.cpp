@@ -34,6 +34,7 @@ StatusMenu::StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys,
 void StatusMenu::build(const ViewRows& viewRows, Actions actions) {
   constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
+  micMuteItem_ = makeRow("Mute Microphone", "toggleMicMute", std::move(actions.toggleMicMute));
   toggleItem_ = makeRow("Open", "togglePopover", std::move(actions.togglePopover), "", 0);
   const auto toggle = hotkeys_.configs().find(HotkeyID::togglePopover);
   if (toggle != hotkeys_.configs().end()) {
@@ -47,7 +48,7 @@ void StatusMenu::build(const ViewRows& viewRows, Actions actions) {
   addSection({viewRows.systemMonitor, viewRows.agentUsage});
   addSection({});  // external display brightness
   addSection({});  // keyboard and trackpad lock
-  addSection({});  // microphone
+  addSection({micMuteItem_});
   addSection({toggleItem_});
   addSection(
       {makeRow("Export All Notes", "exportAllNotes", std::move(actions.exportAllNotes), "e",
@@ -67,6 +68,19 @@ void StatusMenu::addSection(const std::vector<std::shared_ptr<MenuItem>>& rows) 
 
 void StatusMenu::refreshToggleTitle(bool mainWindowVisible) {
   toggleItem_->setTitle(mainWindowVisible ? "Hide" : "Show");
+}
+
+void StatusMenu::refreshMicMuteItem(bool muted) {
+  micMuteItem_->update([&](MenuItem::Properties& p) { p.isOn = muted; });
+  mirrorHotkey(HotkeyID::micMute, *micMuteItem_);
+}
+
+void StatusMenu::mirrorHotkey(HotkeyID id, MenuItem& row) const {
+  const auto config = hotkeys_.configs().find(id);
+  const auto key = config == hotkeys_.configs().end()
+                       ? std::string()
+                       : hotkeys_.keyEquivalent(config->second.keyCode);
+  row.setKeyEquivalent(key, key.empty() ? 0 : eventModifiers(config->second.modifiers));
 }
 
 void StatusMenu::refreshSettingsShortcutHint() {

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Platform/Menu.h"
+#include "Runner/HotkeyId.h"
 
 namespace zephyx {
 
@@ -23,6 +24,7 @@ class StatusMenu {
 
   /// What the other rows do.
   struct Actions {
+    std::function<void()> toggleMicMute;
     std::function<void()> togglePopover;
     std::function<void()> exportAllNotes;
     std::function<void()> importNotes;
@@ -40,14 +42,18 @@ class StatusMenu {
   void refreshToggleTitle(bool mainWindowVisible);
   /// Shows the settings screen's own shortcut, which that screen stores.
   void refreshSettingsShortcutHint();
+  void refreshMicMuteItem(bool muted);
 
  private:
   void build(const ViewRows& viewRows, Actions actions);
+  /// Shows a hotkey's combination on a row.
+  void mirrorHotkey(HotkeyID id, MenuItem& row) const;
   void addSection(const std::vector<std::shared_ptr<MenuItem>>& rows);
 
   const HotkeyManager& hotkeys_;
   const UserDefaults& userDefaults_;
   std::shared_ptr<Menu> menu_;
+  std::shared_ptr<MenuItem> micMuteItem_;
   std::shared_ptr<MenuItem> toggleItem_;
   std::shared_ptr<MenuItem> settingsMenuItem_;
 };

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "Platform/Linux/Alerts/LinuxAlerts.h"
+#include "Platform/Linux/Audio/LinuxAudioHardware.h"
 #include "Platform/Linux/Clipboard/FreedMemory.h"
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngines.h"
@@ -50,6 +51,7 @@ struct LinuxPlatform::Services {
     QObject::connect(watch.get(), &DesktopWatch::currentDesktopChanged, watch.get(),
                      [this] { workspaceCenter.post(notification::activeSpaceDidChange, nullptr); });
     dispatch.globalQueue().asyncAfter(preparationDelay, [this] { workspace.prepare(); });
+    dispatch.mainQueue().asyncAfter(preparationDelay, [this] { audioHardware.connect(); });
   }
   // Work of the queues may be using any service.
   ~Services() { dispatch.finishWork(); }
@@ -70,6 +72,7 @@ struct LinuxPlatform::Services {
   LinuxUserDefaults userDefaults{settingsFolder(), systemLog};
   LinuxKeychain keychain;
   LinuxUrlSession urlSession;
+  LinuxAudioHardware audioHardware{dispatch.mainQueue()};
   LinuxImages images;
   LinuxWorkspace workspace;
   LinuxPasteboard pasteboard{
@@ -108,6 +111,10 @@ Alerts& LinuxPlatform::alerts() {
 
 Application& LinuxPlatform::application() {
   return services_->application;
+}
+
+AudioHardware& LinuxPlatform::audioHardware() {
+  return services_->audioHardware;
 }
 
 Directories& LinuxPlatform::directories() {

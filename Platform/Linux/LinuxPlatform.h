@@ -19,6 +19,7 @@ class LinuxPlatform final : public Platform {
   Accessibility& accessibility() override;
   Alerts& alerts() override;
   Application& application() override;
+  AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
   EventMonitors& eventMonitors() override;

@@ -15,6 +15,7 @@ class MacPlatform final : public Platform {
   Accessibility& accessibility() override;
   Alerts& alerts() override;
   Application& application() override;
+  AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
   EventMonitors& eventMonitors() override;

@@ -5,6 +5,7 @@
 #import "Platform/macOS/MacAccessibility.h"
 #import "Platform/macOS/MacAlerts.h"
 #import "Platform/macOS/MacApplication.h"
+#import "Platform/macOS/MacAudioHardware.h"
 #import "Platform/macOS/MacDirectories.h"
 #import "Platform/macOS/MacDispatch.h"
 #import "Platform/macOS/MacEventMonitors.h"
@@ -47,6 +48,7 @@ struct MacPlatform::Services {
   MacPasteboard pasteboard{dispatch};
   MacKeychain keychain;
   MacUrlSession urlSession;
+  MacAudioHardware audioHardware;
   MacKeyboardLayout keyboardLayout;
   MacHotKeys hotKeys;
   MacEventPoster eventPoster;
@@ -76,6 +78,10 @@ Alerts& MacPlatform::alerts() {
 
 Application& MacPlatform::application() {
   return services_->application;
+}
+
+AudioHardware& MacPlatform::audioHardware() {
+  return services_->audioHardware;
 }
 
 Directories& MacPlatform::directories() {

@@ -13,6 +13,7 @@
 #include "Platform/Image.h"
 #include "Platform/Registration.h"
 #include "Platform/UrlSession.h"
+#include "Tests/Contract/ContractMicrophones.h"
 
 namespace zephyx {
 
@@ -100,6 +101,8 @@ class ContractDesktop {
   virtual std::optional<Alert> shownAlert() = 0;
   /// The user presses this button of the question on top.
   virtual void clickAlertButton(const std::string& title) = 0;
+
+  virtual ContractMicrophones& microphones() = 0;
 
   // Engines and stores
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Tests/Contract/ContractDesktop.h"
+#include "Tests/Contract/LinuxContractMicrophones.h"
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
@@ -43,6 +44,8 @@ class LinuxContractDesktop final : public ContractDesktop {
   std::optional<Alert> shownAlert() override;
   void clickAlertButton(const std::string& title) override;
 
+  ContractMicrophones& microphones() override { return microphones_; }
+
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;
@@ -58,6 +61,7 @@ class LinuxContractDesktop final : public ContractDesktop {
 
   VirtualDesktop desktop_;
   SensorTree sensors_{desktop_.home() / "hwmon"};
+  LinuxContractMicrophones microphones_{desktop_};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "Tests/Contract/AlertContract.h"
+#include "Tests/Contract/AudioContract.h"
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
@@ -22,6 +23,7 @@ const auto linuxDesktop = testing::Values(
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Linux, AlertContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, AudioContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);

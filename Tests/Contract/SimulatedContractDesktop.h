@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Tests/Contract/ContractDesktop.h"
+#include "Tests/Contract/SimulatedContractMicrophones.h"
 #include "Tests/Simulated/SimulatedDesktop.h"
 
 namespace zephyx {
@@ -39,6 +40,8 @@ class SimulatedContractDesktop final : public ContractDesktop {
   std::optional<Alert> shownAlert() override;
   void clickAlertButton(const std::string& title) override;
 
+  ContractMicrophones& microphones() override { return microphones_; }
+
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
   Bytes encodedPicture(PixelSize size) override;
@@ -53,6 +56,7 @@ class SimulatedContractDesktop final : public ContractDesktop {
   static constexpr const char* webAddress = "https://web.example";
 
   SimulatedDesktop machine_;
+  SimulatedContractMicrophones microphones_{machine_.audioHardware};
   std::shared_ptr<SimulatedRunningApplication> otherApplication_;
 };
 

@@ -1,6 +1,7 @@
 #include <memory>
 
 #include "Tests/Contract/AlertContract.h"
+#include "Tests/Contract/AudioContract.h"
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
@@ -27,6 +28,7 @@ const auto simulations =
 }  // namespace
 
 INSTANTIATE_TEST_SUITE_P(Simulated, AlertContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, AudioContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);

@@ -9,6 +9,7 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 constexpr auto command = eventModifier::command;
+constexpr auto controlOptionCommand = eventModifier::control | eventModifier::option | command;
 constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
 class AppDelegateTest : public HostTest {
@@ -35,6 +36,8 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
   };
   const std::vector<Row> expected = {
       {"System Monitor", "", "", 0},
+      {"-", "", "", 0},
+      {"Mute Microphone", "toggleMicMute", "m", controlOptionCommand},
       {"-", "", "", 0},
       {"Open", "togglePopover", " ", shiftCommand},
       {"-", "", "", 0},

@@ -6,6 +6,7 @@
 #include "Tests/Simulated/SimulatedAccessibility.h"
 #include "Tests/Simulated/SimulatedAlerts.h"
 #include "Tests/Simulated/SimulatedApplication.h"
+#include "Tests/Simulated/SimulatedAudioHardware.h"
 #include "Tests/Simulated/SimulatedDirectories.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedEngine.h"
@@ -54,6 +55,7 @@ class SimulatedDesktop {
   SimulatedUserDefaults userDefaults{std::make_shared<SimulatedUserDefaults::Store>()};
   SimulatedKeychain keychain{dispatch};
   SimulatedUrlSession urlSession{dispatch};
+  SimulatedAudioHardware audioHardware{dispatch};
   SimulatedImages images;
   SimulatedHostStatistics hostStatistics{dispatch};
   SimulatedTemperatureSensors temperatureSensors{dispatch};

@@ -13,6 +13,9 @@ Alerts& SimulatedPlatform::alerts() {
 Application& SimulatedPlatform::application() {
   return desktop_.application;
 }
+AudioHardware& SimulatedPlatform::audioHardware() {
+  return desktop_.audioHardware;
+}
 Directories& SimulatedPlatform::directories() {
   return desktop_.directories;
 }

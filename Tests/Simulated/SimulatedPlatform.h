@@ -14,6 +14,7 @@ class SimulatedPlatform : public Platform {
   Accessibility& accessibility() override;
   Alerts& alerts() override;
   Application& application() override;
+  AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
   EventMonitors& eventMonitors() override;

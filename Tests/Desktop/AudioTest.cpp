@@ -1,0 +1,118 @@
+#include <gtest/gtest.h>
+#include <signal.h>
+
+#include <QtCore/QCoreApplication>
+#include <optional>
+
+#include "Platform/Linux/Audio/LinuxAudioHardware.h"
+#include "Platform/Linux/LinuxDispatch.h"
+#include "Tests/Desktop/PulseServer.h"
+
+namespace zephyx {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// The service on a real server.
+class AudioTest : public testing::Test {
+ protected:
+  AudioTest() : desktop_({.windowManager = false}) {
+    desktop_.enter();
+    static int count = 1;
+    static char name[] = "desktop_audio_tests";
+    static char* arguments[] = {name, nullptr};
+    application_.emplace(count, arguments);
+    dispatch_.emplace();
+    audio_.emplace(dispatch_->mainQueue());
+    startServer();
+    audio_->connect();
+  }
+
+  LinuxAudioHardware& audio() { return *audio_; }
+  PulseServer& server() { return *server_; }
+  void startServer() { server_.emplace(desktop_); }
+  [[nodiscard]] bool becomesTrue(const std::function<bool()>& condition) {
+    return waitFor([&] {
+      QCoreApplication::processEvents();
+      return condition();
+    });
+  }
+  [[nodiscard]] bool isThere() { return audio().defaultInputDevice().has_value(); }
+  std::optional<bool> isMuted() {
+    const auto device = audio().defaultInputDevice();
+    return device ? audio().mute(*device) : std::nullopt;
+  }
+
+ private:
+  VirtualDesktop desktop_;
+  std::optional<QCoreApplication> application_;
+  std::optional<LinuxDispatch> dispatch_;
+  std::optional<PulseServer> server_;
+  std::optional<LinuxAudioHardware> audio_;
+};
+
+TEST_F(AudioTest, FollowsTheDefaultSourceHoweverOftenItChanges) {
+  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  server().setMute("mic1", true);
+  for (int flip = 0; flip < 10; ++flip) {
+    const bool toMuted = flip % 2 == 0;
+    server().makeDefault(toMuted ? "mic1" : "mic0");
+    EXPECT_TRUE(becomesTrue([&] { return isMuted() == toMuted; })) << flip;
+  }
+  // The source that is the default one now is the one that is switched.
+  EXPECT_EQ(audio().setMute(*audio().defaultInputDevice(), true), audioStatus::noErr);
+  EXPECT_TRUE(server().isMuted("mic0"));
+}
+
+TEST_F(AudioTest, WithoutASourceOfItsOwnALoudspeakerIsNoMicrophone) {
+  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  server().unplugMicrophones();
+  EXPECT_TRUE(becomesTrue([&] { return !isThere(); }));
+}
+
+TEST_F(AudioTest, TheServerMayGoAndComeBack) {
+  for (const bool isKilled : {false, true}) {
+    ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+    const auto device = *audio().defaultInputDevice();
+    isKilled ? server().process().kill() : server().process().terminate();
+    EXPECT_TRUE(becomesTrue([&] { return !isThere(); }));
+    EXPECT_EQ(audio().setMute(device, true), audioStatus::badDevice);
+    startServer();
+  }
+  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  EXPECT_EQ(audio().setMute(*audio().defaultInputDevice(), true), audioStatus::noErr);
+  EXPECT_EQ(isMuted(), true);
+  EXPECT_TRUE(server().isMuted("mic0"));
+}
+
+TEST_F(AudioTest, AServerThatHangsIsNotWaitedForAndItsStateIsNotGuessed) {
+  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  const auto device = *audio().defaultInputDevice();
+  server().process().signal(SIGSTOP);
+  const auto start = steady_clock::now();
+  EXPECT_EQ(audio().setMute(device, true), audioStatus::unspecified);
+  EXPECT_LT(steady_clock::now() - start, milliseconds(500));
+  EXPECT_EQ(isMuted(), false);
+  // It does so in the end, and that is heard.
+  server().process().signal(SIGCONT);
+  EXPECT_TRUE(becomesTrue([&] { return isMuted() == true; }));
+}
+
+TEST_F(AudioTest, ASwitchIsTurnedWithinAMoment) {
+  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  const auto device = *audio().defaultInputDevice();
+  std::vector<steady_clock::duration> times;
+  for (int round = 0; round < 40; ++round) {
+    const auto start = steady_clock::now();
+    ASSERT_EQ(audio().setMute(device, round % 2 == 0), audioStatus::noErr);
+    times.push_back(steady_clock::now() - start);
+  }
+  std::sort(times.begin(), times.end());
+  const auto median = std::chrono::duration_cast<std::chrono::microseconds>(times[20]);
+  RecordProperty("medianMicroseconds", static_cast<int>(median.count()));
+  EXPECT_LT(median, milliseconds(20));
+}
+
+}  // namespace
+}  // namespace zephyx
