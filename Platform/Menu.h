@@ -29,6 +29,8 @@ class MenuItem {
     std::uint64_t keyEquivalentModifierMask = eventModifier::command;
     bool isOn = false;  ///< shown with a check mark
     bool isHidden = false;
+    bool isEnabled = true;  ///< whether it can be chosen; a row with a view always can
+    std::string toolTip;    ///< shown while the pointer rests on the row; empty for none
     bool operator==(const Properties&) const = default;
   };
 
@@ -78,7 +80,7 @@ class MenuItem {
   }
 
   void perform() const {
-    if (perform_) perform_();
+    if (perform_ && properties_.isEnabled) perform_();
   }
 
   /// Set by the platform that shows the menu; called after every change of the properties.

@@ -22,6 +22,7 @@ class NotificationCenter;
 class Pasteboard;
 class PreviewPanel;
 class Screens;
+class SoftwareUpdate;
 class StatusBar;
 class SystemLog;
 class TemperatureSensors;
@@ -54,6 +55,7 @@ class Platform {
   virtual Pasteboard& pasteboard() = 0;
   virtual PreviewPanel& previewPanel() = 0;
   virtual Screens& screens() = 0;
+  virtual SoftwareUpdate& softwareUpdate() = 0;
   virtual StatusBar& statusBar() = 0;
   virtual SystemLog& systemLog() = 0;
   virtual TemperatureSensors& temperatureSensors() = 0;

@@ -20,6 +20,7 @@
 #include "Runner/SystemMonitorMenuView.h"
 #include "Runner/TelemetryRelay.h"
 #include "Runner/TranslatePanelController.h"
+#include "Runner/UpdaterService.h"
 #include "Runner/UsageProvider.h"
 
 namespace zephyx {
@@ -96,7 +97,7 @@ void AppDelegate::makeStatusItem() {
       platform_.dispatch(), platform_.hostStatistics(), platform_.temperatureSensors());
   agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
   statusMenu_ = std::make_unique<StatusMenu>(
-      *this, hotkeys, platform_.userDefaults(),
+      *this, hotkeys, platform_.userDefaults(), platform_.softwareUpdate(),
       StatusMenu::ViewRows{
           .systemMonitor = MenuItem::withView("System Monitor", systemMonitorView_),
           .agentUsage = agentUsage_->item(),
@@ -107,6 +108,7 @@ void AppDelegate::makeStatusItem() {
           .exportAllNotes = lifetime_.wrap([this] { sendFromMainWindow(exportAllNotes); }),
           .importNotes = lifetime_.wrap([this] { sendFromMainWindow(importNotes); }),
           .openSettings = lifetime_.wrap([this] { sendFromMainWindow(openSettings); }),
+          .checkForUpdates = [&updater = UpdaterService::shared()] { updater.checkForUpdates(); },
           .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
       });
   followMicrophone();

@@ -15,6 +15,7 @@
 #include "Runner/Descriptions.h"
 #include "Runner/MenuChannel.h"
 #include "Runner/PointerScreen.h"
+#include "Runner/UpdateChannelHandlers.h"
 #include "Runner/Url.h"
 
 namespace zephyx {
@@ -61,8 +62,10 @@ void EnginePanelController::initialize() {
   controller->makeBackgroundTransparent();
   logStep("vista cargada (fondo transparente)");
   methodChannel_ = makeMenuChannel(engine_->binaryMessenger(), platform_.systemLog());
-  methodChannel_->setMethodCallHandler(lifetime_.wrap(
-      [this](const MethodCall& call, MethodResult result) { handle(call, std::move(result)); }));
+  methodChannel_->setMethodCallHandler(
+      lifetime_.wrap([this](const MethodCall& call, MethodResult result) {
+        if (!UpdateChannelHandlers::handle(call, result)) handle(call, std::move(result));
+      }));
   logStep("canal listo");
   didCreateChannel();
   viewController_ = std::move(controller);

@@ -51,6 +51,7 @@ class EnginePanelController {
   /// The panel exists, with its picture.
   virtual void didBuildPanel() {}
   virtual void panelDidResignKey() = 0;
+  /// A call that is not about updates.
   virtual void handle(const MethodCall& call, MethodResult result) = 0;
 
   /// True when there is a panel, if need be after one more try to make it.

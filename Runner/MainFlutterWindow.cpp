@@ -18,6 +18,7 @@
 #include "Runner/TelemetryRelay.h"
 #include "Runner/TranslatePanelController.h"
 #include "Runner/TranslationRelay.h"
+#include "Runner/UpdateChannelHandlers.h"
 #include "Runner/Url.h"
 
 namespace zephyx {
@@ -146,6 +147,7 @@ void MainFlutterWindow::waitForFilePanelClose() {
 }
 
 void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
+  if (UpdateChannelHandlers::handle(call, result)) return;
   if (hotkeyHandlers_.handle(call, result)) return;
   if (agentVisibilityHandlers_.handle(call, result)) return;
   const auto& arguments = call.arguments;

@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <utility>
 
+#include "Platform/SoftwareUpdate.h"
 #include "Platform/UserDefaults.h"
 #include "Runner/HotkeyManager.h"
 
@@ -23,15 +24,30 @@ std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
   return row;
 }
 
+/// In a build without updates it stays in its place and tells why it cannot be chosen.
+std::shared_ptr<MenuItem> makeUpdateRow(const SoftwareUpdate& softwareUpdate,
+                                        std::function<void()> perform) {
+  auto row = makeRow("Check for Updates…", "checkForUpdates", std::move(perform));
+  if (const auto reason = softwareUpdate.unavailableReason()) {
+    row->update([&](MenuItem::Properties& p) {
+      p.isEnabled = false;
+      p.toolTip = *reason;
+    });
+  }
+  return row;
+}
+
 }  // namespace
 
 StatusMenu::StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys,
-                       const UserDefaults& userDefaults, const ViewRows& viewRows, Actions actions)
+                       const UserDefaults& userDefaults, const SoftwareUpdate& softwareUpdate,
+                       const ViewRows& viewRows, Actions actions)
     : hotkeys_(hotkeys), userDefaults_(userDefaults), menu_(std::make_shared<Menu>(&delegate)) {
-  build(viewRows, std::move(actions));
+  build(softwareUpdate, viewRows, std::move(actions));
 }
 
-void StatusMenu::build(const ViewRows& viewRows, Actions actions) {
+void StatusMenu::build(const SoftwareUpdate& softwareUpdate, const ViewRows& viewRows,
+                       Actions actions) {
   constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
   micMuteItem_ = makeRow("Mute Microphone", "toggleMicMute", std::move(actions.toggleMicMute));
@@ -56,7 +72,7 @@ void StatusMenu::build(const ViewRows& viewRows, Actions actions) {
        makeRow("Import Notes", "importNotes", std::move(actions.importNotes), "i", shiftCommand)});
   addSection({settingsMenuItem_});
   refreshSettingsShortcutHint();
-  addSection({});  // updates
+  addSection({makeUpdateRow(softwareUpdate, std::move(actions.checkForUpdates))});
   addSection({makeRow("Quit", "quitApp", std::move(actions.quitApp))});
 }
 

@@ -11,6 +11,7 @@
 namespace zephyx {
 
 class HotkeyManager;
+class SoftwareUpdate;
 class UserDefaults;
 
 /// The status menu's rows and their state. Main thread.
@@ -29,11 +30,12 @@ class StatusMenu {
     std::function<void()> exportAllNotes;
     std::function<void()> importNotes;
     std::function<void()> openSettings;
+    std::function<void()> checkForUpdates;
     std::function<void()> quitApp;
   };
 
   StatusMenu(MenuDelegate& delegate, const HotkeyManager& hotkeys, const UserDefaults& userDefaults,
-             const ViewRows& viewRows, Actions actions);
+             const SoftwareUpdate& softwareUpdate, const ViewRows& viewRows, Actions actions);
 
   const std::shared_ptr<Menu>& menu() const { return menu_; }
   const std::shared_ptr<MenuItem>& toggleItem() const { return toggleItem_; }
@@ -45,7 +47,7 @@ class StatusMenu {
   void refreshMicMuteItem(bool muted);
 
  private:
-  void build(const ViewRows& viewRows, Actions actions);
+  void build(const SoftwareUpdate& softwareUpdate, const ViewRows& viewRows, Actions actions);
   /// Shows a hotkey's combination on a row.
   void mirrorHotkey(HotkeyID id, MenuItem& row) const;
   void addSection(const std::vector<std::shared_ptr<MenuItem>>& rows);

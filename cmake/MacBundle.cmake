@@ -1,9 +1,6 @@
 # The application bundle Zephyx.app: its property lists, what it embeds, its signature.
 
 set(ZEPHYX_SIGNING_IDENTITY "-" CACHE STRING "Code-signing identity; \"-\" signs for this Mac only")
-set(ZEPHYX_UPDATE_FEED "" CACHE STRING "URL of the update feed; left out when empty")
-set(ZEPHYX_UPDATE_KEY "" CACHE STRING "Public key of the updates; left out when empty")
-set(ZEPHYX_BUILD_NUMBER "1" CACHE STRING "The bundle's version, which grows with every release")
 
 # zephyx_append_entry(variable key type value): one entry of a property list; `true` has no value.
 function(zephyx_append_entry variable key type value)
@@ -22,6 +19,8 @@ function(zephyx_write_property_lists templates folder flutterApp)
   set(ZEPHYX_UPDATE_ENTRIES "")
   if(NOT ZEPHYX_UPDATE_FEED STREQUAL "")
     zephyx_append_entry(ZEPHYX_UPDATE_ENTRIES SUFeedURL string "${ZEPHYX_UPDATE_FEED}")
+    zephyx_append_entry(ZEPHYX_UPDATE_ENTRIES SUScheduledCheckInterval integer
+      ${ZEPHYX_UPDATE_INTERVAL})
   endif()
   if(NOT ZEPHYX_UPDATE_KEY STREQUAL "")
     zephyx_append_entry(ZEPHYX_UPDATE_ENTRIES SUPublicEDKey string "${ZEPHYX_UPDATE_KEY}")

@@ -28,10 +28,12 @@
 #include "Platform/Linux/Statistics/LinuxHostStatistics.h"
 #include "Platform/Linux/Statistics/LinuxTemperatureSensors.h"
 #include "Platform/Linux/Toolkit.h"
+#include "Platform/Linux/Updates/LinuxSoftwareUpdate.h"
 #include "Platform/Linux/Views/LinuxTextMetrics.h"
 #include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/LinuxScreens.h"
 #include "Platform/Linux/Windows/WindowHints.h"
+#include "Platform/Linux/Workspace/ExternalPrograms.h"
 #include "Platform/Linux/Workspace/LinuxWorkspace.h"
 #include "Platform/LocalNotificationCenter.h"
 
@@ -93,6 +95,14 @@ struct LinuxPlatform::Services {
   LinuxFlutterEngines flutterEngines{dispatch,   userDefaults, directories,
                                      pasteboard, keychain,     *watch};
   LinuxApplication application{*watch, defaultCenter, *instance, windowHints};
+  LinuxSoftwareUpdate softwareUpdate{UpdateConfiguration::ofBuild(),
+                                     {.userDefaults = userDefaults,
+                                      .dispatch = dispatch,
+                                      .log = systemLog,
+                                      .windowHints = windowHints,
+                                      .isActive = [this] { return application.isActive(); },
+                                      .open = openWithDesktop,
+                                      .showInFolder = showInFileManager}};
 };
 
 LinuxPlatform::LinuxPlatform(int argc, char** argv, std::unique_ptr<SingleInstance> instance,
@@ -175,6 +185,10 @@ PreviewPanel& LinuxPlatform::previewPanel() {
 
 Screens& LinuxPlatform::screens() {
   return services_->screens;
+}
+
+SoftwareUpdate& LinuxPlatform::softwareUpdate() {
+  return services_->softwareUpdate;
 }
 
 StatusBar& LinuxPlatform::statusBar() {

@@ -35,6 +35,7 @@ class LinuxPlatform final : public Platform {
   Pasteboard& pasteboard() override;
   PreviewPanel& previewPanel() override;
   Screens& screens() override;
+  SoftwareUpdate& softwareUpdate() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TemperatureSensors& temperatureSensors() override;

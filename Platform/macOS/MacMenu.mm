@@ -73,7 +73,7 @@ MacMenu::MacMenu(std::shared_ptr<Menu> menu)
       delegate_([[ZephyxMenuDelegate alloc] initWithMenu:menu_]),
       native_([[NSMenu alloc] initWithTitle:@""]) {
   native_.delegate = delegate_;
-  native_.autoenablesItems = NO;  // a row of the data can always be chosen
+  native_.autoenablesItems = NO;  // the data say which rows can be chosen
   for (const auto& item : menu_->items()) addRow(item);
 }
 
@@ -108,6 +108,8 @@ void MacMenu::show(const MenuItem& item, NSMenuItem* native) {
   native.keyEquivalentModifierMask = properties.keyEquivalentModifierMask;
   native.state = properties.isOn ? NSControlStateValueOn : NSControlStateValueOff;
   native.hidden = properties.isHidden;
+  native.enabled = properties.isEnabled || item.view();
+  native.toolTip = properties.toolTip.empty() ? nil : nsString(properties.toolTip);
 }
 
 }  // namespace zephyx

@@ -31,6 +31,7 @@ class MacPlatform final : public Platform {
   Pasteboard& pasteboard() override;
   PreviewPanel& previewPanel() override;
   Screens& screens() override;
+  SoftwareUpdate& softwareUpdate() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TemperatureSensors& temperatureSensors() override;

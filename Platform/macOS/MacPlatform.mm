@@ -20,6 +20,7 @@
 #import "Platform/macOS/MacPasteboard.h"
 #import "Platform/macOS/MacPreviewPanel.h"
 #import "Platform/macOS/MacScreens.h"
+#import "Platform/macOS/MacSoftwareUpdate.h"
 #import "Platform/macOS/MacStatusItem.h"
 #import "Platform/macOS/MacSystemLog.h"
 #import "Platform/macOS/MacTemperatureSensors.h"
@@ -62,6 +63,7 @@ struct MacPlatform::Services {
   MacStatusBar statusBar;
   MacTextMetrics textMetrics;
   MacFlutterEngines flutterEngines;
+  MacSoftwareUpdate softwareUpdate;
 };
 
 MacPlatform::MacPlatform() : services_(std::make_unique<Services>()) {}
@@ -142,6 +144,10 @@ PreviewPanel& MacPlatform::previewPanel() {
 
 Screens& MacPlatform::screens() {
   return services_->screens;
+}
+
+SoftwareUpdate& MacPlatform::softwareUpdate() {
+  return services_->softwareUpdate;
 }
 
 StatusBar& MacPlatform::statusBar() {

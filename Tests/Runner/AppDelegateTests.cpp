@@ -46,6 +46,8 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
       {"-", "", "", 0},
       {"Settings…", "openSettings", ",", command},
       {"-", "", "", 0},
+      {"Check for Updates…", "checkForUpdates", "", 0},
+      {"-", "", "", 0},
       {"Quit", "quitApp", "", 0},
   };
   const auto& items = statusItem().menu()->items();

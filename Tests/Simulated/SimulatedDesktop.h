@@ -22,6 +22,7 @@
 #include "Tests/Simulated/SimulatedPasteboard.h"
 #include "Tests/Simulated/SimulatedPreviewPanel.h"
 #include "Tests/Simulated/SimulatedScreens.h"
+#include "Tests/Simulated/SimulatedSoftwareUpdate.h"
 #include "Tests/Simulated/SimulatedStatusBar.h"
 #include "Tests/Simulated/SimulatedSystemLog.h"
 #include "Tests/Simulated/SimulatedTemperatureSensors.h"
@@ -73,6 +74,7 @@ class SimulatedDesktop {
   SimulatedHotKeys hotKeys{dispatch};
   SimulatedPreviewPanel previewPanel{application, defaultCenter};
   SimulatedStatusBar statusBar{dispatch, faults};
+  SimulatedSoftwareUpdate softwareUpdate{dispatch};
   SimulatedKeyboard keyboard{{dispatch, accessibility, hotKeys, workspace, application, alerts,
                               eventMonitors, previewPanel}};
 

@@ -58,6 +58,9 @@ PreviewPanel& SimulatedPlatform::previewPanel() {
 Screens& SimulatedPlatform::screens() {
   return desktop_.screens;
 }
+SoftwareUpdate& SimulatedPlatform::softwareUpdate() {
+  return desktop_.softwareUpdate;
+}
 StatusBar& SimulatedPlatform::statusBar() {
   return desktop_.statusBar;
 }

@@ -29,6 +29,7 @@ class SimulatedPlatform : public Platform {
   Pasteboard& pasteboard() override;
   PreviewPanel& previewPanel() override;
   Screens& screens() override;
+  SoftwareUpdate& softwareUpdate() override;
   StatusBar& statusBar() override;
   SystemLog& systemLog() override;
   TemperatureSensors& temperatureSensors() override;

@@ -45,7 +45,8 @@ bool SimulatedStatusItem::chooseRow(Predicate predicate) {
   if (!menuIsOpen_) return false;
   for (const auto& item : menu_->items()) {
     // A view answers the user itself, and leaves the menu open.
-    if (item->isSeparator() || item->view() || item->properties().isHidden) continue;
+    if (item->isSeparator() || item->view()) continue;
+    if (item->properties().isHidden || !item->properties().isEnabled) continue;
     if (!predicate(*item)) continue;
     const auto chosen = item;
     cancelTrackingWithoutAnimation();

@@ -26,7 +26,8 @@ class SimulatedStatusItem final : public StatusItem {
   void openMenu();
   bool menuIsOpen() const { return menuIsOpen_; }
   /// The user picks the row with this action, or with this title, in the open menu. False, and
-  /// nothing done, when there is no such row to be seen.
+  /// nothing done, when there is no such row that can be
+  /// chosen.
   bool choose(const std::string& action);
   bool chooseTitle(const std::string& title);
   /// As the open menu shows them.

@@ -79,7 +79,7 @@ class LinuxMenu::KeyEquivalents final : public QObject {
     const auto pressed = press->modifiers() & ~Qt::KeypadModifier;
     for (const auto& row : menu_.rows_) {
       const auto& wanted = row.item->properties();
-      if (wanted.keyEquivalent.empty() || wanted.isHidden) continue;
+      if (wanted.keyEquivalent.empty() || wanted.isHidden || !wanted.isEnabled) continue;
       if (pressed != modifiersOf(wanted.keyEquivalentModifierMask)) continue;
       const auto key = QKeySequence(press->key()).toString(QKeySequence::PortableText);
       if (key != keyName(wanted.keyEquivalent)) continue;
@@ -96,6 +96,7 @@ class LinuxMenu::KeyEquivalents final : public QObject {
 
 LinuxMenu::LinuxMenu(std::shared_ptr<Menu> menu)
     : menu_(std::move(menu)), widget_(std::make_unique<RowMenu>()) {
+  widget_->setToolTipsVisible(true);
   for (const auto& item : menu_->items()) addRow(item);
   keyEquivalents_ = std::make_unique<KeyEquivalents>(*this);
   QObject::connect(widget_.get(), &QMenu::aboutToHide, widget_.get(), [menu = menu_] {
@@ -143,6 +144,8 @@ void LinuxMenu::show(const MenuItem& item, QAction& action) {
   action.setText(title);
   action.setCheckable(properties.isOn);
   action.setChecked(properties.isOn);
+  if (!item.view()) action.setEnabled(properties.isEnabled);
+  action.setToolTip(QString::fromStdString(properties.toolTip));
 }
 
 std::string LinuxMenu::shortcutHint(const MenuItem::Properties& properties) {
