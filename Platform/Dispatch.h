@@ -8,8 +8,8 @@
 
 namespace zephyx {
 
-/// A queue of work. Blocks of the main queue and of serial queues run one after another in the order
-/// in which they became due; blocks of the global queue may run at the same time.
+/// A queue of work. Blocks of the main queue and of serial queues run one after another in the
+/// order in which they became due; blocks of the global queue may run at the same time.
 class DispatchQueue {
  public:
   virtual ~DispatchQueue() = default;
@@ -25,8 +25,9 @@ class DispatchQueue {
 /// computer does.
 enum class QualityOfService { userInitiated, utility };
 
-/// A delayed block that can be taken back: it does not run once the registration is dropped, which
-/// happens on the queue's own thread. The registration may be dropped inside the block.
+/// A delayed block that can be taken back: it does not begin any more once the registration is
+/// dropped, also when it is due and waits for its turn. Dropped on another thread than the queue's,
+/// it may be under way. The registration may be dropped inside the block.
 [[nodiscard]] Registration scheduleOnce(DispatchQueue& queue, double seconds,
                                         std::function<void()> block);
 
@@ -56,6 +57,9 @@ class Dispatch {
 
   /// Seconds since 1970. Any thread.
   virtual double wallClock() const = 0;
+
+  /// Seconds since some moment of the past; nobody sets this clock. Any thread.
+  virtual double mediaClock() const = 0;
 };
 
 }  // namespace zephyx

@@ -10,6 +10,7 @@ class Application;
 class AudioHardware;
 class Dispatch;
 class Directories;
+class Displays;
 class EventMonitors;
 class EventPoster;
 class FlutterEngines;
@@ -42,6 +43,7 @@ class Platform {
   virtual AudioHardware& audioHardware() = 0;
   virtual Directories& directories() = 0;
   virtual Dispatch& dispatch() = 0;
+  virtual Displays& displays() = 0;
   virtual EventMonitors& eventMonitors() = 0;
   virtual EventPoster& eventPoster() = 0;
   virtual FlutterEngines& flutterEngines() = 0;

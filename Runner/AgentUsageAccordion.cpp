@@ -6,7 +6,7 @@
 #include "Platform/Label.h"
 #include "Runner/AgentRowView.h"
 #include "Runner/AgentUsageText.h"
-#include "Runner/ModelDisplayName.h"
+#include "Runner/ClaudeUsageProvider.h"
 
 namespace zephyx {
 namespace {
@@ -60,8 +60,9 @@ void AgentUsageAccordion::show(const std::optional<AgentUsage>& usage) {
   }
   for (const auto& model : usage->models) {
     if (modelRows_.size() == maximumModels) break;
-    modelRows_.push_back({std::make_shared<Label>(modelDisplayName(model.model), lineStyle),
-                          std::make_shared<Label>(agentUsageText::tokens(model), countsStyle)});
+    modelRows_.push_back(
+        {std::make_shared<Label>(ClaudeUsageProvider::modelDisplayName(model.model), lineStyle),
+         std::make_shared<Label>(agentUsageText::tokens(model), countsStyle)});
     addChild(modelRows_.back().name);
     addChild(modelRows_.back().counts);
   }

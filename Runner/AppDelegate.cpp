@@ -9,9 +9,11 @@
 #include "Platform/SystemLog.h"
 #include "Platform/Workspace.h"
 #include "Runner/AgentUsageMenuItem.h"
+#include "Runner/BrightnessMenuItemView.h"
 #include "Runner/ClaudeUsageProvider.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/ClipboardPanelController.h"
+#include "Runner/ExternalDisplayBrightness.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/MainFlutterWindow.h"
 #include "Runner/MicrophoneMuteController.h"
@@ -96,11 +98,13 @@ void AppDelegate::makeStatusItem() {
   systemMonitorView_ = std::make_shared<SystemMonitorMenuView>(
       platform_.dispatch(), platform_.hostStatistics(), platform_.temperatureSensors());
   agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
+  brightnessView_ = std::make_shared<BrightnessMenuItemView>(ExternalDisplayBrightness::shared());
   statusMenu_ = std::make_unique<StatusMenu>(
       *this, hotkeys, platform_.userDefaults(), platform_.softwareUpdate(),
       StatusMenu::ViewRows{
           .systemMonitor = MenuItem::withView("System Monitor", systemMonitorView_),
           .agentUsage = agentUsage_->item(),
+          .brightness = MenuItem::withView(BrightnessMenuItemView::title, brightnessView_),
       },
       StatusMenu::Actions{
           .toggleMicMute = lifetime_.wrap([this] { toggleMicMute(); }),
@@ -303,6 +307,7 @@ void AppDelegate::menuNeedsUpdate(Menu&) {
 
 void AppDelegate::menuWillOpen(Menu&) {
   systemMonitorView_->startMonitoring();
+  brightnessView_->refresh();
   agentUsage_->menuWillOpen();
 }
 

@@ -13,6 +13,7 @@
 namespace zephyx {
 
 class AgentUsageMenuItem;
+class BrightnessMenuItemView;
 class MainFlutterWindow;
 class Platform;
 class StatusMenu;
@@ -77,6 +78,7 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   std::shared_ptr<MainFlutterWindow> mainFlutterWindow_;
   std::shared_ptr<UsageProvider> usageProvider_;
   std::shared_ptr<SystemMonitorMenuView> systemMonitorView_;
+  std::shared_ptr<BrightnessMenuItemView> brightnessView_;
   std::unique_ptr<StatusMenu> statusMenu_;
   std::shared_ptr<StatusItem> statusItem_;
   std::unique_ptr<AgentUsageMenuItem> agentUsage_;

@@ -1,19 +1,23 @@
 #include "Runner/ClaudeUsageProvider.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 #include <vector>
 
+#include "Platform/Directories.h"
 #include "Platform/Dispatch.h"
 #include "Platform/Platform.h"
 #include "Platform/UserDefaults.h"
 #include "Runner/AgentRegistry.h"
+#include "Runner/SessionLogScan.h"
 #include "Runner/UsageServiceUrl.h"
 
 namespace zephyx {
 namespace {
 
 constexpr const char* queueLabel = "net.quillon.app.agent-usage";
+constexpr const char* sessionLogs = ".claude/projects";  // in the home folder
 constexpr const char* hostSetting = "agentUsage.host";
 constexpr const AgentRegistry::Agent& claudeCode = AgentRegistry::agents[0];
 constexpr std::string_view vendorPrefix = "claude-";
@@ -35,6 +39,11 @@ std::vector<std::string_view> split(std::string_view text, char separator) {
 }
 
 }  // namespace
+
+ClaudeUsageProvider::ClaudeUsageProvider(Platform& platform)
+    : ClaudeUsageProvider(
+          platform, [root = std::filesystem::path(platform.directories().home()) / sessionLogs](
+                        double since) { return localModelBreakdown(root, since); }) {}
 
 ClaudeUsageProvider::ClaudeUsageProvider(Platform& platform,
                                          ClaudeUsageWork::ModelBreakdown localModelBreakdown)

@@ -17,7 +17,8 @@ class UserDefaults;
 /// this computer. Main thread; what takes time happens on a serial queue.
 class ClaudeUsageProvider final : public UsageProvider {
  public:
-  /// `localModelBreakdown` runs on the serial queue.
+  explicit ClaudeUsageProvider(Platform& platform);
+  /// With other logs; `localModelBreakdown` runs on the serial queue.
   ClaudeUsageProvider(Platform& platform, ClaudeUsageWork::ModelBreakdown localModelBreakdown);
 
   std::string_view providerID() const override;

@@ -62,7 +62,7 @@ void StatusMenu::build(const SoftwareUpdate& softwareUpdate, const ViewRows& vie
 
   // From top to bottom. A section without rows has no separator either.
   addSection({viewRows.systemMonitor, viewRows.agentUsage});
-  addSection({});  // external display brightness
+  addSection({viewRows.brightness});
   addSection({});  // keyboard and trackpad lock
   addSection({micMuteItem_});
   addSection({toggleItem_});

@@ -21,6 +21,7 @@ class StatusMenu {
   struct ViewRows {
     std::shared_ptr<MenuItem> systemMonitor;
     std::shared_ptr<MenuItem> agentUsage;
+    std::shared_ptr<MenuItem> brightness;
   };
 
   /// What the other rows do.

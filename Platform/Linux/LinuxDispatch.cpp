@@ -140,4 +140,9 @@ double LinuxDispatch::wallClock() const {
   return now.count();
 }
 
+double LinuxDispatch::mediaClock() const {
+  const std::chrono::duration<double> now = std::chrono::steady_clock::now().time_since_epoch();
+  return now.count();
+}
+
 }  // namespace zephyx

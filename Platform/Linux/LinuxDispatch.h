@@ -25,6 +25,7 @@ class LinuxDispatch final : public Dispatch {
   [[nodiscard]] Registration scheduleRepeatingTimer(double interval,
                                                     std::function<void()> block) override;
   double wallClock() const override;
+  double mediaClock() const override;
 
   /// Waits until the global queue and the serial ones are empty.
   void finishWork();

@@ -8,12 +8,14 @@
 #include "Platform/Linux/Audio/LinuxAudioHardware.h"
 #include "Platform/Linux/Clipboard/FreedMemory.h"
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
+#include "Platform/Linux/Displays/LinuxDisplays.h"
 #include "Platform/Linux/Engines/LinuxFlutterEngines.h"
 #include "Platform/Linux/Input/LinuxAccessibility.h"
 #include "Platform/Linux/Input/LinuxEventMonitors.h"
 #include "Platform/Linux/Input/LinuxEventPoster.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Linux/Input/LinuxKeyboardLayout.h"
+#include "Platform/Linux/Input/ToolkitEvents.h"
 #include "Platform/Linux/Keychain/LinuxKeychain.h"
 #include "Platform/Linux/LinuxApplication.h"
 #include "Platform/Linux/LinuxDirectories.h"
@@ -63,6 +65,10 @@ struct LinuxPlatform::Services {
     return directories.configuration().value_or("") + "/com.zephyx.app";
   }
 
+  std::string rampFile() const {
+    return directories.runtime() ? instance->basePath() + ".ramps" : std::string();
+  }
+
   LinuxSystemLog systemLog;
   LinuxDirectories directories;
   std::unique_ptr<SingleInstance> instance;
@@ -86,6 +92,7 @@ struct LinuxPlatform::Services {
   LinuxHostStatistics hostStatistics;
   LinuxTemperatureSensors temperatureSensors;
   LinuxScreens screens{*watch};
+  LinuxDisplays displays{toolkitConnection(), rampFile()};
   LinuxTextMetrics textMetrics;
   LinuxEventMonitors eventMonitors;
   WindowHints windowHints{*watch};
@@ -133,6 +140,10 @@ Directories& LinuxPlatform::directories() {
 
 Dispatch& LinuxPlatform::dispatch() {
   return services_->dispatch;
+}
+
+Displays& LinuxPlatform::displays() {
+  return services_->displays;
 }
 
 EventMonitors& LinuxPlatform::eventMonitors() {

@@ -22,6 +22,7 @@ class LinuxPlatform final : public Platform {
   AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
+  Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
   FlutterEngines& flutterEngines() override;

@@ -44,11 +44,10 @@ bool addressOf(const std::string& path, sockaddr_un& address) {
 
 }  // namespace
 
-SingleInstance::SingleInstance(const std::string& folder, const std::string& display) {
-  const auto base = folder + "/com.zephyx.app-" + displayName(display);
-  lockPath_ = base + ".lock";
-  socketPath_ = base + ".sock";
-}
+SingleInstance::SingleInstance(const std::string& folder, const std::string& display)
+    : basePath_(folder + "/com.zephyx.app-" + displayName(display)),
+      lockPath_(basePath_ + ".lock"),
+      socketPath_(basePath_ + ".sock") {}
 
 SingleInstance::~SingleInstance() {
   stopListening();

@@ -20,6 +20,9 @@ class SingleInstance {
   SingleInstance(const std::string& folder, const std::string& display);
   ~SingleInstance();
 
+  /// What the paths of this user's files about this display begin with, in `folder`.
+  const std::string& basePath() const { return basePath_; }
+
   /// Becomes the one instance, or asks the one that runs to reopen and waits for its word.
   Outcome claim();
 
@@ -33,8 +36,9 @@ class SingleInstance {
   bool askToReopen() const;
   void answerCallers();
 
-  std::string lockPath_;
-  std::string socketPath_;
+  const std::string basePath_;
+  const std::string lockPath_;
+  const std::string socketPath_;
   FileDescriptor lock_;
   FileDescriptor socket_;
   std::function<void()> onReopen_;

@@ -20,6 +20,7 @@ class MacDispatch final : public Dispatch {
   [[nodiscard]] Registration scheduleRepeatingTimer(double interval,
                                                     std::function<void()> block) override;
   double wallClock() const override;
+  double mediaClock() const override;
 
   /// Waits for the blocks of the global queue and the serial ones, and takes no further ones:
   /// before the services that they use are destroyed.

@@ -1,6 +1,7 @@
 #import "Platform/macOS/MacDispatch.h"
 
 #import <Foundation/Foundation.h>
+#import <QuartzCore/QuartzCore.h>
 
 #include <memory>
 #include <utility>
@@ -73,6 +74,10 @@ Registration MacDispatch::scheduleRepeatingTimer(double interval, std::function<
 
 double MacDispatch::wallClock() const {
   return NSDate.date.timeIntervalSince1970;
+}
+
+double MacDispatch::mediaClock() const {
+  return CACurrentMediaTime();
 }
 
 }  // namespace zephyx

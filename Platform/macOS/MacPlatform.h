@@ -18,6 +18,7 @@ class MacPlatform final : public Platform {
   AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
+  Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
   FlutterEngines& flutterEngines() override;

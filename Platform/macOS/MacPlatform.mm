@@ -8,6 +8,7 @@
 #import "Platform/macOS/MacAudioHardware.h"
 #import "Platform/macOS/MacDirectories.h"
 #import "Platform/macOS/MacDispatch.h"
+#import "Platform/macOS/MacDisplays.h"
 #import "Platform/macOS/MacEventMonitors.h"
 #import "Platform/macOS/MacEventPoster.h"
 #import "Platform/macOS/MacFlutterEngines.h"
@@ -58,6 +59,7 @@ struct MacPlatform::Services {
   MacHostStatistics hostStatistics;
   MacTemperatureSensors temperatureSensors;
   MacScreens screens;
+  MacDisplays displays;
   MacPreviewPanel previewPanel;
   MacAlerts alerts;
   MacStatusBar statusBar;
@@ -92,6 +94,10 @@ Directories& MacPlatform::directories() {
 
 Dispatch& MacPlatform::dispatch() {
   return services_->dispatch;
+}
+
+Displays& MacPlatform::displays() {
+  return services_->displays;
 }
 
 EventMonitors& MacPlatform::eventMonitors() {

@@ -6,7 +6,6 @@
 #include <string>
 
 #include "Runner/AgentUsageText.h"
-#include "Runner/ModelDisplayName.h"
 #include "Tests/Runner/FakeUsageProvider.h"
 
 namespace zephyx {
@@ -61,25 +60,6 @@ TEST_F(AgentUsageTextTest, TokensAreCountedInThousandsAndMillions) {
       {{"", most, 1'000'000, most, most}, "27670116110564.3M in · 1.0M out"},
   };
   for (const auto& each : cases) EXPECT_EQ(agentUsageText::tokens(each.model), each.text);
-}
-
-TEST_F(AgentUsageTextTest, ModelsAreNamedByFamilyAndVersion) {
-  const struct {
-    const char* identifier;
-    const char* name;
-  } cases[] = {
-      {"claude-opus-4-1-20250805", "Opus 4.1"},
-      {"claude-sonnet-4-20250514", "Sonnet 4"},
-      {"claude-haiku-4-5", "Haiku 4.5"},
-      {"claude-3-5-sonnet-20241022", "3 5.sonnet"},
-      {"claude-opus-4-2025080", "Opus 4.2025080"},
-      {"claude-opus-4-2025080a", "Opus 4.2025080a"},
-      {"claude-sonnet", "Sonnet"},
-      {"other-model-1", "Other model.1"},
-      {"claude-", "claude-"},
-      {"", ""},
-  };
-  for (const auto& [identifier, name] : cases) EXPECT_EQ(modelDisplayName(identifier), name);
 }
 
 }  // namespace

@@ -37,6 +37,8 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
   const std::vector<Row> expected = {
       {"System Monitor", "", "", 0},
       {"-", "", "", 0},
+      {"External Monitor Brightness", "", "", 0},
+      {"-", "", "", 0},
       {"Mute Microphone", "toggleMicMute", "m", controlOptionCommand},
       {"-", "", "", 0},
       {"Open", "togglePopover", " ", shiftCommand},

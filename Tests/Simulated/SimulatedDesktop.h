@@ -9,6 +9,7 @@
 #include "Tests/Simulated/SimulatedAudioHardware.h"
 #include "Tests/Simulated/SimulatedDirectories.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
+#include "Tests/Simulated/SimulatedDisplays.h"
 #include "Tests/Simulated/SimulatedEngine.h"
 #include "Tests/Simulated/SimulatedEngines.h"
 #include "Tests/Simulated/SimulatedEventMonitors.h"
@@ -61,6 +62,7 @@ class SimulatedDesktop {
   SimulatedHostStatistics hostStatistics{dispatch};
   SimulatedTemperatureSensors temperatureSensors{dispatch};
   SimulatedScreens screens;
+  SimulatedDisplays displays{dispatch};
   SimulatedTextMetrics textMetrics;
   SimulatedKeyboardLayout keyboardLayout;
   LocalNotificationCenter defaultCenter;

@@ -29,6 +29,7 @@ class SimulatedDispatch final : public Dispatch {
   bool isMainThread() const override { return isMainThread_; }
   Registration scheduleRepeatingTimer(double interval, std::function<void()> block) override;
   double wallClock() const override;
+  double mediaClock() const override { return static_cast<double>(now_) / 1e6; }
 
   /// Runs everything that becomes due within `seconds`, new work included. Goes further when a
   /// block off the main thread is held up for longer: what is to happen meanwhile must be

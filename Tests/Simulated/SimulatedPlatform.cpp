@@ -22,6 +22,9 @@ Directories& SimulatedPlatform::directories() {
 Dispatch& SimulatedPlatform::dispatch() {
   return desktop_.dispatch;
 }
+Displays& SimulatedPlatform::displays() {
+  return desktop_.displays;
+}
 EventMonitors& SimulatedPlatform::eventMonitors() {
   return desktop_.eventMonitors;
 }

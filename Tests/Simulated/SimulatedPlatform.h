@@ -17,6 +17,7 @@ class SimulatedPlatform : public Platform {
   AudioHardware& audioHardware() override;
   Directories& directories() override;
   Dispatch& dispatch() override;
+  Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
   FlutterEngines& flutterEngines() override;
