@@ -10,7 +10,7 @@ constexpr double coldest = 1;
 constexpr double hottest = 125;
 
 bool isOnDie(std::string_view name) {
-  return name.starts_with("PMU tdie") || name.find("ACC MTR Temp") != name.npos;
+  return name.starts_with("PMU tdie") || name.find("ACC MTR Temp") != std::string_view::npos;
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Statistics/LinuxHostStatistics.h"
 
+#include <fcntl.h>
 #include <sys/statvfs.h>
 #include <unistd.h>
 
@@ -89,8 +90,12 @@ std::uint64_t LinuxHostStatistics::physicalMemory() {
 }
 
 std::optional<VolumeCapacity> LinuxHostStatistics::volumeCapacity(const std::string& folder) {
+  if (folder != folderName_ || !folder_) {
+    folderName_ = folder;
+    folder_ = FileDescriptor(open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  }
   struct statvfs volume {};
-  if (statvfs(folder.c_str(), &volume) != 0) return std::nullopt;
+  if (!folder_ || fstatvfs(folder_.get(), &volume) != 0) return std::nullopt;
   return VolumeCapacity{.total = volume.f_blocks * volume.f_frsize,
                         .available = volume.f_bavail * volume.f_frsize};
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "Platform/HostStatistics.h"
+#include "Platform/Linux/FileDescriptor.h"
 #include "Platform/Linux/Statistics/KernelFile.h"
 
 namespace zephyx {
@@ -21,6 +22,8 @@ class LinuxHostStatistics final : public HostStatistics {
  private:
   KernelFile processors_;
   KernelFile memory_;
+  std::string folderName_;
+  FileDescriptor folder_;  ///< that of the last volume; asking it so is faster than by name
 };
 
 }  // namespace zephyx

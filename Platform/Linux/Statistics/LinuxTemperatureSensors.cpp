@@ -45,7 +45,7 @@ constexpr int unlabelled = 1;
 template <std::size_t size>
 std::optional<int> rankOf(std::string_view name, const Rank (&ranks)[size]) {
   const auto found = std::find_if(std::begin(ranks), std::end(ranks), [&](const Rank& each) {
-    return name.starts_with(each.beginning) && name.find(each.part) != name.npos;
+    return name.starts_with(each.beginning) && name.find(each.part) != std::string_view::npos;
   });
   return found == std::end(ranks) ? std::nullopt : std::optional(found->value);
 }
