@@ -89,7 +89,7 @@ void forgetPeak() {
   std::ofstream("/proc/self/clear_refs") << 5;
 }
 
-void scanOf(benchmark::State& state, std::size_t bytes) {
+void sessionLogs(benchmark::State& state, std::size_t bytes) {
   constexpr int rounds = 9;
   SessionLogs logs(bytes);
   forgetPeak();
@@ -126,8 +126,8 @@ void scanOf(benchmark::State& state, std::size_t bytes) {
   }
   state.counters["oneFileInTenMs"] = median(tenth) * 1e3;
 }
-BENCHMARK_CAPTURE(scanOf, 500MB, 500'000'000)->Iterations(1)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(scanOf, 2GB, 2'000'000'000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sessionLogs, 500MB, 500'000'000)->Iterations(1)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(sessionLogs, 2GB, 2'000'000'000)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace zephyx
