@@ -5,6 +5,7 @@
 #include <string>
 #include <string_view>
 
+#include "Channel/ChannelLog.h"
 #include "Channel/MethodCall.h"
 #include "Channel/MethodResult.h"
 #include "Platform/BinaryMessenger.h"
@@ -16,10 +17,11 @@ namespace zephyx {
 /// channel takes its handler off.
 class MethodChannel {
  public:
-  using Handler = std::function<void(MethodCall call, MethodResult result)>;
+  /// What it does not take is its caller's: the call ends with it, and the result is dropped.
+  using Handler = std::function<void(MethodCall&& call, MethodResult&& result)>;
   using ReplyHandler = std::function<void(MethodReply reply)>;
   /// Told in words about malformed messages and dropped answers; never about contents.
-  using Diagnostics = std::function<void(std::string_view line)>;
+  using Diagnostics = ChannelLog::Diagnostics;
 
   MethodChannel(const std::shared_ptr<BinaryMessenger>& messenger, std::string name,
                 Diagnostics diagnostics);
@@ -38,8 +40,7 @@ class MethodChannel {
 
  private:
   std::weak_ptr<BinaryMessenger> messenger_;
-  std::string name_;
-  Diagnostics diagnostics_;
+  ChannelLog log_;
   Registration handler_;
 };
 

@@ -3,15 +3,25 @@
 #include <cassert>
 #include <utility>
 
+#include "Channel/StandardMethodCodec.h"
+
 namespace zephyx {
 
+MethodResult::MethodResult(std::string_view method, BinaryReply reply,
+                           std::shared_ptr<const ChannelLog> log)
+    : method_(method), reply_(std::move(reply)), log_(std::move(log)) {}
+
 MethodResult::MethodResult(MethodResult&& other) noexcept
-    : answer_(std::exchange(other.answer_, nullptr)) {}
+    : method_(other.method_),
+      reply_(std::exchange(other.reply_, nullptr)),
+      log_(std::move(other.log_)) {}
 
 MethodResult& MethodResult::operator=(MethodResult&& other) noexcept {
   if (this != &other) {
     drop();
-    answer_ = std::exchange(other.answer_, nullptr);
+    method_ = other.method_;
+    reply_ = std::exchange(other.reply_, nullptr);
+    log_ = std::move(other.log_);
   }
   return *this;
 }
@@ -33,12 +43,20 @@ void MethodResult::notImplemented() {
 }
 
 void MethodResult::answer(const MethodReply& reply) {
-  assert(answer_ && "a call was answered twice, or after its result had been handed on");
-  if (const auto answer = std::exchange(answer_, nullptr)) answer(&reply);
+  assert(reply_ && "a call was answered twice, or after its result had been handed on");
+  const auto send = std::exchange(reply_, nullptr);
+  if (!send) return;
+  // Most calls are answered with null: its bytes are always the same.
+  static const Bytes nullSuccess = StandardMethodCodec::encodeReply(Value());
+  const auto* value = std::get_if<Value>(&reply);
+  if (value && value->isNull()) return send(nullSuccess);
+  send(StandardMethodCodec::encodeReply(reply));
 }
 
 void MethodResult::drop() {
-  if (const auto answer = std::exchange(answer_, nullptr)) answer(nullptr);
+  if (!reply_) return;
+  log_->report("call dropped unanswered", method_.text());
+  notImplemented();
 }
 
 }  // namespace zephyx

@@ -1,11 +1,14 @@
 #pragma once
 
-#include <functional>
+#include <memory>
 #include <string>
-#include <utility>
+#include <string_view>
 #include <variant>
 
+#include "Channel/ChannelLog.h"
+#include "Channel/ShortName.h"
 #include "Channel/Value.h"
+#include "Platform/BinaryMessenger.h"
 
 namespace zephyx {
 
@@ -27,10 +30,8 @@ using MethodReply = std::variant<Value, MethodError, NotImplemented>;
 /// not-implemented and reports the method through the channel's diagnostics.
 class MethodResult {
  public:
-  /// Receives the answer; null when the result was dropped unanswered.
-  using Answer = std::function<void(const MethodReply*)>;
-
-  explicit MethodResult(Answer answer) : answer_(std::move(answer)) {}
+  /// `reply` is not empty and takes the bytes of the answer.
+  MethodResult(std::string_view method, BinaryReply reply, std::shared_ptr<const ChannelLog> log);
   MethodResult(MethodResult&&) noexcept;
   MethodResult& operator=(MethodResult&&) noexcept;
   MethodResult(const MethodResult&) = delete;
@@ -45,7 +46,9 @@ class MethodResult {
   void answer(const MethodReply& reply);
   void drop();
 
-  Answer answer_;
+  ShortName method_;
+  BinaryReply reply_;
+  std::shared_ptr<const ChannelLog> log_;
 };
 
 }  // namespace zephyx

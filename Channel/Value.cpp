@@ -26,12 +26,6 @@ void Map::set(Value key, Value value) {
   append(std::move(key), std::move(value));
 }
 
-std::span<Map::Entry> Map::append(std::size_t count) {
-  const std::size_t before = entries_.size();
-  entries_.resize(before + count);
-  return std::span(entries_).subspan(before);
-}
-
 bool Map::operator==(const Map& other) const {
   if (size() != other.size()) return false;
   // Each pair of entries is compared once at most: with deeply nested maps, comparing twice on each
@@ -46,6 +40,10 @@ bool Map::operator==(const Map& other) const {
     while (firstFree < size() && taken[firstFree]) ++firstFree;
   }
   return true;
+}
+
+void Value::destroyOther() noexcept {
+  std::destroy_at(&storage_);
 }
 
 std::optional<bool> Value::asBool() const {

@@ -3,10 +3,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -63,10 +65,27 @@ class Map {
 class Value {
  public:
   // Eleven alternatives at most: beyond that libstdc++ makes a call through a table of each visit.
-  using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, BigInteger, double,
-                               std::string, NumberList, List, Map>;
+  using Storage = std::variant<std::monostate, bool, std::int32_t, std::int64_t, double,
+                               std::string, BigInteger, NumberList, List, Map>;
 
-  Value() = default;
+  Value() noexcept : storage_(std::monostate()) {}
+  Value(const Value& other) : storage_(other.storage_) {}
+  Value(Value&& other) noexcept : storage_(std::move(other.storage_)) {}
+  Value& operator=(const Value& other) {
+    storage_ = other.storage_;
+    return *this;
+  }
+  Value& operator=(Value&& other) noexcept {
+    storage_ = std::move(other.storage_);
+    return *this;
+  }
+  ~Value() {
+    if (auto* text = std::get_if<std::string>(&storage_)) {
+      std::destroy_at(text);
+    } else if (storage_.index() > lastPlain) {
+      destroyOther();
+    }
+  }
   Value(bool value) : storage_(value) {}
   Value(std::int32_t value) : storage_(value) {}
   Value(std::int64_t value) : storage_(value) {}
@@ -103,12 +122,27 @@ class Value {
   bool operator==(const Value& other) const;
 
  private:
-  Storage storage_;
+  void destroyOther() noexcept;
+
+  // The last of the alternatives that need no destruction.
+  static constexpr std::size_t lastPlain = 4;
+  static_assert(std::is_same_v<std::variant_alternative_t<lastPlain, Storage>, double>);
+
+  // In a union, which leaves its destruction to this class: most values are text or numbers, and a
+  // variant destroys these no faster than any other kind.
+  union {
+    Storage storage_;
+  };
 };
 
 // Entries are complete from here on.
 inline void Map::append(Value key, Value value) {
   entries_.emplace_back(std::move(key), std::move(value));
+}
+inline std::span<Map::Entry> Map::append(std::size_t count) {
+  const std::size_t before = entries_.size();
+  entries_.resize(before + count);
+  return std::span(entries_).subspan(before);
 }
 inline void Map::reserve(std::size_t count) {
   entries_.reserve(count);

@@ -18,7 +18,7 @@ class LifetimeGuard {
   auto wrap(Function function) const {
     return [alive = std::weak_ptr<char>(alive_),
             function = std::move(function)](auto&&... arguments) mutable {
-      if (alive.lock()) function(std::forward<decltype(arguments)>(arguments)...);
+      if (!alive.expired()) function(std::forward<decltype(arguments)>(arguments)...);
     };
   }
 

@@ -3,6 +3,7 @@
 #include <limits>
 #include <memory>
 #include <optional>
+#include <string_view>
 #include <utility>
 
 #include "Platform/Platform.h"
@@ -17,12 +18,12 @@ constexpr double recordingTimeout = 6;
 constexpr const char* invalidArguments = "invalid";
 
 namespace method {
-constexpr const char* get = "hotkeysGet";
-constexpr const char* set = "hotkeySet";
-constexpr const char* reset = "hotkeyReset";
-constexpr const char* resetAll = "hotkeysResetAll";
-constexpr const char* startRecording = "hotkeyStartRecording";
-constexpr const char* cancelRecording = "hotkeyCancelRecording";
+constexpr std::string_view get = "hotkeysGet";
+constexpr std::string_view set = "hotkeySet";
+constexpr std::string_view reset = "hotkeyReset";
+constexpr std::string_view resetAll = "hotkeysResetAll";
+constexpr std::string_view startRecording = "hotkeyStartRecording";
+constexpr std::string_view cancelRecording = "hotkeyCancelRecording";
 }  // namespace method
 
 std::optional<HotkeyID> idArgument(const Value& arguments) {

@@ -1,5 +1,6 @@
 #include "Runner/MainFlutterWindow.h"
 
+#include <string_view>
 #include <utility>
 
 #include "Platform/Application.h"
@@ -30,13 +31,13 @@ constexpr double filePanelPollInterval = 0.3;
 constexpr const char* generationFailed = "Translation failed. Try again.";
 
 namespace method {
-constexpr const char* translateToken = "headlessTranslateToken";
-constexpr const char* translateDone = "headlessTranslateDone";
-constexpr const char* translateError = "headlessTranslateError";
-constexpr const char* showEditorText = "headlessShowEditorText";
-constexpr const char* dismissPanel = "headlessDismissPanel";
-constexpr const char* quit = "quit";
-constexpr const char* openUrl = "openUrl";
+constexpr std::string_view translateToken = "headlessTranslateToken";
+constexpr std::string_view translateDone = "headlessTranslateDone";
+constexpr std::string_view translateError = "headlessTranslateError";
+constexpr std::string_view showEditorText = "headlessShowEditorText";
+constexpr std::string_view dismissPanel = "headlessDismissPanel";
+constexpr std::string_view quit = "quit";
+constexpr std::string_view openUrl = "openUrl";
 }  // namespace method
 
 WindowConfiguration interfaceFileWindow() {
