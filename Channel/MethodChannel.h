@@ -17,7 +17,7 @@ namespace zephyx {
 /// channel takes its handler off.
 class MethodChannel {
  public:
-  /// What it does not take is its caller's: the call ends with it, and the result is dropped.
+  /// A result that it does not take over ends with the call, and counts as dropped.
   using Handler = std::function<void(MethodCall&& call, MethodResult&& result)>;
   using ReplyHandler = std::function<void(MethodReply reply)>;
   /// Told in words about malformed messages and dropped answers; never about contents.

@@ -26,9 +26,9 @@ class AgentUsageMenuTest : public HostTest {
   AgentUsageMenuTest() { usageProvider = provider; }
 
   AgentUsageMenuView& view() {
-    return dynamic_cast<AgentUsageMenuView&>(*statusItem().menu()->items().at(0)->view());
+    return dynamic_cast<AgentUsageMenuView&>(*statusItem().menu()->items().at(1)->view());
   }
-  bool rowIsHidden() { return statusItem().menu()->items().at(0)->properties().isHidden; }
+  bool rowIsHidden() { return statusItem().menu()->items().at(1)->properties().isHidden; }
 
   void openMenu() {
     statusItem().openMenu();

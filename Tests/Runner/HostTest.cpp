@@ -13,7 +13,8 @@ HostTest::HostTest() : editor(desktop.workspace.start({"org.example.editor", "Ed
 
 void HostTest::launch() {
   shared = std::make_unique<SharedObjects>(desktop.platform());
-  delegate = std::make_unique<AppDelegate>(desktop.platform(), usageProvider);
+  delegate = usageProvider ? std::make_unique<AppDelegate>(desktop.platform(), usageProvider)
+                           : std::make_unique<AppDelegate>(desktop.platform());
   desktop.application.launch(*delegate);
   desktop.dispatch.settle();
   takeLog();
