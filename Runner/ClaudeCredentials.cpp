@@ -2,7 +2,7 @@
 
 #include "Channel/Utf8.h"
 #include "Platform/Keychain.h"
-#include "Runner/JsonMember.h"
+#include "Runner/Json.h"
 
 namespace zephyx {
 namespace {
@@ -32,7 +32,7 @@ void ClaudeCredentials::deleteOwnToken() const {
 std::optional<std::string> ClaudeCredentials::readClaudeCodeToken() const {
   const auto bytes = keychain_.password(claudeCodeService);
   if (!bytes) return std::nullopt;
-  const auto document = nlohmann::json::parse(bytes->begin(), bytes->end(), nullptr, false);
+  const auto document = parseJson(*bytes);
   const auto& token = member(member(document, "claudeAiOauth"), "accessToken");
   if (!token.is_string()) return std::nullopt;
   return token.get<std::string>();

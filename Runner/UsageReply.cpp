@@ -4,7 +4,7 @@
 #include <utility>
 
 #include "Runner/InternetDateTime.h"
-#include "Runner/JsonMember.h"
+#include "Runner/Json.h"
 
 namespace zephyx {
 namespace {
@@ -33,7 +33,7 @@ std::optional<ScopedWeeklyLimit> scopedWeeklyLimit(const json& limit) {
 }  // namespace
 
 std::optional<AgentUsage> parseUsageResponse(BytesView body) {
-  const auto reply = json::parse(body.begin(), body.end(), nullptr, false);
+  const auto reply = parseJson(body);
   const auto& session = member(reply, "five_hour");
   const auto sessionUtilization = fraction(member(session, "utilization"));
   if (!sessionUtilization) return std::nullopt;
