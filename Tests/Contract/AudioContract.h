@@ -1,5 +1,8 @@
 #pragma once
 
+#include <functional>
+#include <utility>
+
 #include "Platform/AudioHardware.h"
 #include "Tests/Contract/ContractTest.h"
 

@@ -2,7 +2,9 @@
 #include <signal.h>
 
 #include <QtCore/QCoreApplication>
+#include <algorithm>
 #include <optional>
+#include <vector>
 
 #include "Platform/Linux/Audio/LinuxAudioHardware.h"
 #include "Platform/Linux/LinuxDispatch.h"

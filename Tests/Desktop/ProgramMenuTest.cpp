@@ -33,12 +33,12 @@ TEST_F(ProgramMenuTest, OpensFromTheTrayIconAndClosesWithEscapeOrAClickElsewhere
   EXPECT_TRUE(waitUntilMenuIsGone());
 }
 
-TEST_F(ProgramMenuTest, AfterTheRingsItsFirstRowShowsTheMainWindow) {
+TEST_F(ProgramMenuTest, ARowShowsTheMainWindow) {
   const TargetProgram other(desktop(), TargetProgram::Kind::Qt);
   ASSERT_TRUE(waitFor([&] { return !program().mainWindow(); }));
   ASSERT_TRUE(openMenu());
-  input().tap(key::Down);
-  input().tap(key::Down);
+  // From the bottom: Quit, Settings, Import, Export, Show. A row that is disabled is passed over.
+  for (int row = 0; row < 5; ++row) input().tap(key::Up);
   input().tap(key::Return);
   EXPECT_TRUE(waitFor([&] { return program().mainWindow().has_value(); }));
   EXPECT_TRUE(waitUntilMenuIsGone());

@@ -42,6 +42,10 @@ void PulseServer::unplugMicrophones() const {
   pactl({"unload-module", "module-null-source"});
 }
 
+bool PulseServer::hasClient(const std::string& name) const {
+  return pactl({"list", "clients"}).find("\"" + name + "\"") != std::string::npos;
+}
+
 bool PulseServer::isMuted(const std::string& source) const {
   return pactl({"get-source-mute", source}).find("yes") != std::string::npos;
 }

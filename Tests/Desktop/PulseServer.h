@@ -22,6 +22,8 @@ class PulseServer {
   /// Only what the loudspeaker plays can be recorded from then on.
   void unplugMicrophones() const;
 
+  /// Whether a program of this name is connected.
+  bool hasClient(const std::string& name) const;
   bool isMuted(const std::string& source) const;
   float volume(const std::string& source) const;
 

@@ -2,6 +2,7 @@
 
 #include <pthread.h>
 
+#include <memory>
 #include <utility>
 
 namespace zephyx {

@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* defaultSource = "@DEFAULT_SOURCE@";
 constexpr double shortestRetryDelay = 0.1;
-constexpr double longestRetryDelay = 10;
+constexpr double longestRetryDelay = 30;  // each try costs a session without sound some time
 
 timeval fromNow(double seconds) {
   timeval now{};
