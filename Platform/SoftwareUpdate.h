@@ -32,7 +32,7 @@ class SoftwareUpdateDelegate {
   /// `handled` when the framework's window comes next; without it the reminder is the delegate's.
   virtual void willHandleShowingUpdate(bool handled, const std::string& version,
                                        const UpdateState& state) = 0;
-  /// The user has seen the update in the framework's window.
+  /// The user has seen the update in the framework's window, or it is on offer no more.
   virtual void didReceiveUserAttention(const std::string& version) = 0;
 };
 

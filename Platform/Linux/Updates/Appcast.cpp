@@ -22,8 +22,9 @@ class AppcastReader {
       if (xml_.isStartElement() && isPlain(u"item")) readItem();
     }
     if (xml_.hasError()) {
-      return UpdateRefusal{
-          QStringLiteral("The update feed cannot be understood: %1.").arg(xml_.errorString())};
+      auto reason = xml_.errorString();
+      if (reason.endsWith(QLatin1Char('.'))) reason.chop(1);
+      return UpdateRefusal{QStringLiteral("The update feed cannot be understood: %1.").arg(reason)};
     }
     if (!isFeed_) {
       return UpdateRefusal{QStringLiteral("What the server sent is no update feed.")};

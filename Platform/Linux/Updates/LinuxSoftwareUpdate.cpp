@@ -18,8 +18,6 @@
 namespace zephyx {
 namespace {
 
-/// How often the clock is looked at: a timer of a day would stand still while the machine sleeps.
-constexpr auto clockInterval = std::chrono::minutes(10);
 constexpr auto timeOfStart = std::chrono::minutes(1);
 
 QString notesOf(const AppcastItem& item) {
@@ -34,7 +32,7 @@ LinuxSoftwareUpdate::LinuxSoftwareUpdate(UpdateConfiguration configuration, Upda
       desktop_(std::move(desktop)),
       schedule_(desktop_.userDefaults, configuration_.interval) {
   QObject::connect(&timer_, &QTimer::timeout, &timer_, [this] {
-    timer_.start(clockInterval);
+    timer_.start(configuration_.clockInterval);
     checkOnSchedule();
   });
 }
@@ -89,6 +87,10 @@ void LinuxSoftwareUpdate::checked(const UpdateChoice& choice) {
   const auto* item = std::get_if<AppcastItem>(&choice);
   const auto* refusal = std::get_if<UpdateRefusal>(&choice);
   if (refusal) desktop_.log.log("[Updates] " + refusal->text.toStdString());
+  if (!item && !refusal) {  // what was announced is on offer no more
+    found_.reset();
+    attend();
+  }
   if (!isUserInitiated_) {
     if (item && !schedule_.isSkipped(item->version)) foundOnSchedule(*item);
     return;
@@ -99,8 +101,7 @@ void LinuxSoftwareUpdate::checked(const UpdateChoice& choice) {
     if (isNews) willShow(true);
     return showFound();
   }
-  attend();  // what was announced is there no more
-  if (refusal) return showEnd(QStringLiteral("The update could not be found"), refusal->text);
+  if (refusal) return showEnd(QStringLiteral("Checking for updates failed"), refusal->text);
   showNoUpdate(std::get<NoUpdate>(choice));
 }
 
@@ -160,7 +161,7 @@ void LinuxSoftwareUpdate::showFound() {
                         {QStringLiteral("Remind Me Later"), later},
                         {QStringLiteral("Install Update"), [this] { install(); }}},
             .dismissed = later});
-  if (window_->isActiveWindow()) attend();
+  if (isUserInitiated_) attend();  // the eyes are there already
 }
 
 void LinuxSoftwareUpdate::showEnd(const QString& title, const QString& text) {
@@ -187,6 +188,7 @@ void LinuxSoftwareUpdate::install() {
     closeWindow();
   };
   showPage({.title = QStringLiteral("Downloading Zephyx %1…").arg(item.displayVersion),
+            .text = QStringLiteral("Connecting…"),
             .hasProgress = true,
             .buttons = {{QStringLiteral("Cancel"), cancel}},
             .dismissed = cancel});
@@ -240,7 +242,6 @@ void LinuxSoftwareUpdate::showPage(UpdatePage page) {
 
 void LinuxSoftwareUpdate::bringWindowToFront() {
   if (!windowIsShown()) {
-    window_->adjustSize();
     if (const auto* screen = QGuiApplication::primaryScreen()) {
       window_->move(screen->availableGeometry().center() - window_->rect().center());
     }

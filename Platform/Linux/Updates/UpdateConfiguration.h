@@ -30,6 +30,8 @@ struct UpdateConfiguration {
   QString folder;         ///< for downloads
   std::chrono::seconds interval = std::chrono::hours(24);
   std::chrono::milliseconds startDelay = std::chrono::seconds(5);
+  /// How often the clock is looked at: a timer of a day would stand still while the machine sleeps.
+  std::chrono::milliseconds clockInterval = std::chrono::minutes(10);
   UpdateLimits limits;
 
   /// Of this build. The variables ZEPHYX_UPDATE_FEED and ZEPHYX_UPDATE_KEY take the place of its

@@ -20,7 +20,7 @@ bool UpdateSchedule::isDue(double now) const {
 }
 
 void UpdateSchedule::noteCheck(double now) {
-  defaults_.setString(lastCheckKey, std::to_string(std::llround(now)));
+  defaults_.setString(lastCheckKey, std::to_string(static_cast<long long>(std::floor(now))));
 }
 
 void UpdateSchedule::skip(const QString& version) {

@@ -20,9 +20,10 @@ namespace {
 
 constexpr int margin = 20;
 constexpr int iconSize = 48;
-constexpr int windowWidth = 520;
+constexpr int windowWidth = 480;
 constexpr int notesHeight = 220;
 constexpr int progressSteps = 1'000;
+constexpr QSize buttonPadding(16, 6);
 
 /// Shows rich text and loads nothing that the text names.
 class NotesBrowser final : public QTextBrowser {
@@ -89,7 +90,6 @@ UpdateWindow::UpdateWindow()
     column->addWidget(row);
   }
   column->addLayout(buttons_);
-  column->setSizeConstraint(QLayout::SetFixedSize);
 }
 
 QTextBrowser* UpdateWindow::makeNotes() {
@@ -98,6 +98,7 @@ QTextBrowser* UpdateWindow::makeNotes() {
   notes->setFixedHeight(notesHeight);
   notes->setOpenLinks(false);
   notes->document()->setDocumentMargin(10);
+  notes->document()->setIndentWidth(20);
   connect(notes, &QTextBrowser::anchorClicked, this, [this](const QUrl& url) {
     if (url.scheme() == QLatin1String("https")) onLink(url.toString());
   });
@@ -115,8 +116,9 @@ void UpdateWindow::setPage(UpdatePage page) {
       QStringLiteral("<a href=\"%1\">Full release notes</a>").arg(page_.notesLink.toHtmlEscaped()));
   notesLink_->setVisible(!page_.notesLink.isEmpty());
   progress_->setVisible(page_.hasProgress);
-  setProgress(0, 0);
+  progress_->setRange(0, 0);
   setButtons();
+  setFixedHeight(layout()->totalHeightForWidth(windowWidth));
 }
 
 void UpdateWindow::setButtons() {
@@ -134,7 +136,9 @@ void UpdateWindow::setButtons() {
     auto* button = new QPushButton(each.label);
     button->setAutoDefault(true);  // Return presses it while it has the keyboard
     connect(button, &QPushButton::clicked, this, [action = each.action] { action(); });
+    button->setMinimumSize(button->sizeHint() + buttonPadding);
     buttons_->addWidget(button);
+    button->show();
     if (&each != &page_.buttons.back()) continue;
     button->setDefault(true);
     button->setFocus();
@@ -142,13 +146,11 @@ void UpdateWindow::setButtons() {
 }
 
 void UpdateWindow::setProgress(qint64 received, qint64 total) {
-  if (total <= 0) return progress_->setRange(0, 0);
   progress_->setRange(0, progressSteps);
   progress_->setValue(static_cast<int>(received * progressSteps / total));
   const QLocale locale;
   text_->setText(QStringLiteral("%1 of %2")
                      .arg(locale.formattedDataSize(received), locale.formattedDataSize(total)));
-  text_->show();
 }
 
 bool UpdateWindow::event(QEvent* event) {

@@ -23,7 +23,7 @@ struct UpdatePage {
   QString text;
   QString notes;  ///< as `limitedRichText` makes it; empty for none
   QString notesLink;
-  bool hasProgress = false;
+  bool hasProgress = false;         ///< towards an end that is not known until `setProgress`
   std::vector<Button> buttons;      ///< from left to right; Return presses the last one
   std::function<void()> dismissed;  ///< by Escape or by closing the window
 };
@@ -36,7 +36,7 @@ class UpdateWindow final : public QWidget {
   UpdateWindow();
 
   void setPage(UpdatePage page);
-  /// Bytes; nothing is known of the end while `total` is zero.
+  /// Bytes, in the place of the page's text.
   void setProgress(qint64 received, qint64 total);
 
   /// The window has become the active one.

@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QtCore/QByteArray>
+#include <QtCore/QMutex>
+#include <QtCore/QString>
+#include <QtCore/QThread>
+#include <QtNetwork/QSslConfiguration>
+#include <map>
+#include <memory>
+#include <optional>
+
+namespace zephyx {
+
+/// A web server on the loopback with files whose contents and manners the test chooses. Works on a
+/// thread of its own; ends with this object.
+class UpdateServer {
+ public:
+  struct File {
+    QByteArray body;
+    int status = 200;
+    QByteArray location;      ///< of a redirection
+    bool isCutShort = false;  ///< the connection closes after half of it
+    bool drips = false;       ///< a byte now and then, without end
+  };
+
+  /// HTTPS with a certificate, plain HTTP without.
+  explicit UpdateServer(const std::optional<QSslConfiguration>& tls = {});
+  UpdateServer(const UpdateServer&) = delete;
+  UpdateServer& operator=(const UpdateServer&) = delete;
+  ~UpdateServer();
+
+  /// By name of the file, without a slash.
+  void set(const QString& name, File file);
+  QString address(const QString& name) const;
+  int requests(const QString& name) const;
+
+ private:
+  class Listener;
+
+  std::optional<File> request(const QString& name);
+
+  mutable QMutex mutex_;
+  std::map<QString, File> files_;
+  std::map<QString, int> requests_;
+  QString origin_;
+  QThread thread_;
+  Listener* listener_;  ///< belongs to the thread
+};
+
+}  // namespace zephyx
