@@ -172,7 +172,13 @@ FocusScope {
             font.pixelSize: 16
             font.weight: Font.DemiBold
         }
+        UpdateChip {
+            anchors { right: clear.left; rightMargin: 8; verticalCenter: title.verticalCenter }
+            width: Math.min(implicitWidth, clear.x - title.x - title.width - 24)
+            updates: root.screen.updates
+        }
         IconButton {
+            id: clear
             anchors { right: parent.right; rightMargin: 12; verticalCenter: title.verticalCenter }
             symbol: "trash"
             label: "Clear the history"

@@ -63,7 +63,8 @@ ClipboardScreenController::ClipboardScreenController(ScreenServices services)
       pasteShortcut_(
           services.readClipboardText, longestSearch,
           [this] { setMessage(tr("The clipboard holds more than one can search for.")); }),
-      channel_(services.messenger, screenChannelName, reportToLog) {
+      channel_(services.messenger, screenChannelName, reportToLog),
+      updates_(channel_) {
   connect(&model_, &ClipboardModel::moreWanted, this, &ClipboardScreenController::loadMore);
   queue_.run(
       [this] {
@@ -92,6 +93,8 @@ void ClipboardScreenController::handle(MethodCall call, MethodResult result) {
     entryCaptured(std::move(call.arguments), std::move(result));
   } else if (call.method == panelShownMethod) {
     showPanel();
+    result.success();
+  } else if (updates_.handle(call)) {
     result.success();
   } else {
     result.notImplemented();

@@ -18,6 +18,7 @@
 #include "Screens/ClipboardStore.h"
 #include "Screens/PasteShortcut.h"
 #include "Screens/ScreenSettings.h"
+#include "Screens/UpdateNotice.h"
 
 namespace zephyx {
 
@@ -27,6 +28,7 @@ class ClipboardScreenController : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(ClipboardController)
   QML_UNCREATABLE("made by the program")
+  Q_PROPERTY(zephyx::UpdateNotice* updates READ updates CONSTANT)
   Q_PROPERTY(zephyx::ClipboardModel* entries READ entries CONSTANT)
   Q_PROPERTY(QString searchText READ searchText WRITE setSearchText NOTIFY queryChanged)
   Q_PROPERTY(QString filter READ filter WRITE setFilter NOTIFY queryChanged)
@@ -37,6 +39,7 @@ class ClipboardScreenController : public QObject {
   explicit ClipboardScreenController(ScreenServices services);
   ~ClipboardScreenController() override;
 
+  UpdateNotice* updates() { return &updates_; }
   ClipboardModel* entries() { return &model_; }
   QString searchText() const { return QString::fromStdString(query_.text); }
   void setSearchText(const QString& text);
@@ -99,6 +102,7 @@ class ClipboardScreenController : public QObject {
   std::unique_ptr<ClipboardStore> store_;  ///< touched by the queue's thread alone
   PasteShortcut pasteShortcut_;
   MethodChannel channel_;
+  UpdateNotice updates_;
   BackgroundQueue queue_;  ///< ends before the store that its work uses
   LifetimeGuard guard_;
 };

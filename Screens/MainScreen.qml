@@ -90,7 +90,8 @@ FocusScope {
             id: list
             objectName: "notes"
             anchors {
-                left: parent.left; right: parent.right; top: search.bottom; bottom: rule.top
+                left: parent.left; right: parent.right; top: search.bottom
+                bottom: update.visible ? update.top : rule.top
                 leftMargin: 8; rightMargin: 8; topMargin: 10; bottomMargin: 4
             }
             clip: true
@@ -112,6 +113,14 @@ FocusScope {
             text: search.text.length > 0 ? "No note has this" : "No notes yet"
             color: Theme.textFaint
             font.pixelSize: Theme.smallSize
+        }
+        UpdateChip {
+            id: update
+            anchors {
+                left: parent.left; right: parent.right; bottom: rule.top
+                leftMargin: 12; rightMargin: 12; bottomMargin: 8
+            }
+            updates: root.screen.updates
         }
         Rectangle {
             id: rule

@@ -45,6 +45,7 @@ MainScreenController::MainScreenController(ScreenServices services)
       pasteShortcut_(services.readClipboardText, maximumNoteCharacters, [this] { tellTooLong(); }),
       server_(services.userDefaults, services.keychain),
       channel_(services.messenger, screenChannelName, reportToLog),
+      updates_(channel_),
       generator_(server_, channel_),
       hotkeys_(channel_),
       agents_(channel_) {
@@ -98,7 +99,7 @@ void MainScreenController::handle(const MethodCall& call, MethodResult result) {
     const Value* id = map ? map->find("id") : nullptr;
     if (const auto number = id ? id->asInteger() : std::nullopt)
       settings_.countShortcutUse(*number);
-  } else if (call.method != telemetryEventMethod) {
+  } else if (call.method != telemetryEventMethod && !updates_.handle(call)) {
     return result.notImplemented();
   }
   result.success();

@@ -17,6 +17,7 @@
 #include "Screens/ScreenSettings.h"
 #include "Screens/ServerSettings.h"
 #include "Screens/TextGenerator.h"
+#include "Screens/UpdateNotice.h"
 
 namespace zephyx {
 
@@ -25,6 +26,7 @@ class MainScreenController : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(MainController)
   QML_UNCREATABLE("made by the program")
+  Q_PROPERTY(zephyx::UpdateNotice* updates READ updates CONSTANT)
   Q_PROPERTY(zephyx::NotesModel* notes READ notes CONSTANT)
   Q_PROPERTY(zephyx::ScreenSettings* settings READ settings CONSTANT)
   Q_PROPERTY(zephyx::ServerSettings* server READ server CONSTANT)
@@ -42,6 +44,7 @@ class MainScreenController : public QObject {
   explicit MainScreenController(ScreenServices services);
   ~MainScreenController() override;
 
+  UpdateNotice* updates() { return &updates_; }
   NotesModel* notes() { return &model_; }
   ScreenSettings* settings() { return &settings_; }
   ServerSettings* server() { return &server_; }
@@ -118,6 +121,7 @@ class MainScreenController : public QObject {
   PasteShortcut pasteShortcut_;
   ServerSettings server_;
   MethodChannel channel_;
+  UpdateNotice updates_;
   TextGenerator generator_;
   HotkeySettings hotkeys_;
   AgentSettings agents_;

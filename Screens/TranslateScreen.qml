@@ -130,7 +130,13 @@ FocusScope {
             font.pixelSize: 16
             font.weight: Font.DemiBold
         }
+        UpdateChip {
+            anchors { right: tools.left; rightMargin: 8; verticalCenter: emblem.verticalCenter }
+            width: Math.min(implicitWidth, tools.x - title.x - title.width - 24)
+            updates: root.screen.updates
+        }
         Row {
+            id: tools
             anchors { right: parent.right; rightMargin: 12; verticalCenter: emblem.verticalCenter }
             spacing: 2
 

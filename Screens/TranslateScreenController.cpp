@@ -52,7 +52,8 @@ TranslateScreenController::TranslateScreenController(ScreenServices services)
       writeClipboardText_(services.writeClipboardText),
       pasteShortcut_(services.readClipboardText, longestText,
                      [this] { setMessage(tr("The clipboard holds more than fits in here.")); }),
-      channel_(services.messenger, screenChannelName, reportToLog) {
+      channel_(services.messenger, screenChannelName, reportToLog),
+      updates_(channel_) {
   pendingTimer_.setSingleShot(true);
   pendingTimer_.setInterval(pendingDelay);
   connect(&pendingTimer_, &QTimer::timeout, this, &TranslateScreenController::flushPending);
@@ -84,7 +85,7 @@ void TranslateScreenController::handle(const MethodCall& call, MethodResult resu
     takeError(map);
   } else if (call.method == dismissMethod) {
     dismiss();
-  } else {
+  } else if (!updates_.handle(call)) {
     return result.notImplemented();
   }
   result.success();

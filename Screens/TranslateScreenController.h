@@ -15,6 +15,7 @@
 #include "Screens/PasteShortcut.h"
 #include "Screens/ScreenSettings.h"
 #include "Screens/TranslateSession.h"
+#include "Screens/UpdateNotice.h"
 
 namespace zephyx {
 
@@ -24,6 +25,7 @@ class TranslateScreenController : public QObject {
   Q_OBJECT
   QML_NAMED_ELEMENT(TranslateController)
   QML_UNCREATABLE("made by the program")
+  Q_PROPERTY(zephyx::UpdateNotice* updates READ updates CONSTANT)
   Q_PROPERTY(zephyx::ScreenSettings* settings READ settings CONSTANT)
   Q_PROPERTY(QString mode READ mode NOTIFY sessionChanged)
   Q_PROPERTY(bool fromEditor READ fromEditor NOTIFY sessionChanged)
@@ -43,6 +45,7 @@ class TranslateScreenController : public QObject {
   explicit TranslateScreenController(ScreenServices services);
   ~TranslateScreenController() override;
 
+  UpdateNotice* updates() { return &updates_; }
   ScreenSettings* settings() { return &settings_; }
   QString mode() const { return session_.mode; }
   bool fromEditor() const { return session_.source == "editor"; }
@@ -120,6 +123,7 @@ class TranslateScreenController : public QObject {
   Value cards_;
   PasteShortcut pasteShortcut_;
   MethodChannel channel_;
+  UpdateNotice updates_;
   LifetimeGuard guard_;
 };
 
