@@ -36,6 +36,7 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
   };
   const std::vector<Row> expected = {
       {"System Monitor", "", "", 0},
+      {"AI Agents", "", "", 0},
       {"-", "", "", 0},
       {"External Monitor Brightness", "", "", 0},
       {"-", "", "", 0},
