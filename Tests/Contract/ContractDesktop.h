@@ -85,6 +85,12 @@ class ContractDesktop {
   [[nodiscard]] virtual Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                              std::uint32_t carbonModifiers) = 0;
 
+  // Displays
+
+  /// How bright white is on the one display, which is an external one without a wire: the share of
+  /// its full strength, as the display gets it.
+  virtual double whiteLevel() = 0;
+
   // The status menu
 
   /// Titles of the rows of the open menu, from top to bottom, "-" for separators, hidden rows left

@@ -81,6 +81,25 @@ TEST_P(DispatchContract, ASerialQueueRunsOneBlockAtATimeInOrderOffTheMainThread)
   EXPECT_FALSE(wasMain);
 }
 
+TEST_P(DispatchContract, ADelayedBlockOfAnotherThreadDoesNotBeginOnceItIsTakenBack) {
+  auto& queue = dispatch().serialQueue("cancel.contract", QualityOfService::userInitiated);
+  std::atomic<bool> hasBegun{false};
+  std::atomic<bool> hasEnded{false};
+  auto registration = scheduleOnce(queue, 0.05, [&] { hasBegun = true; });
+  registration = scheduleOnce(queue, 0.1, [&] { hasEnded = true; });
+  EXPECT_TRUE(becomesTrue([&] { return hasEnded.load(); }));
+  EXPECT_FALSE(hasBegun);
+}
+
+TEST_P(DispatchContract, TheMediaClockCountsSeconds) {
+  const double start = dispatch().mediaClock();
+  double passed = 0;
+  dispatch().mainQueue().asyncAfter(0.2, [&] { passed = dispatch().mediaClock() - start; });
+  EXPECT_TRUE(becomesTrue([&] { return passed > 0; }));
+  EXPECT_GE(passed, 0.199);
+  EXPECT_LT(passed, 4);
+}
+
 TEST_P(DispatchContract, TimersRepeatUntilDroppedAlsoFromInside) {
   int outer = 0;
   int inner = 0;

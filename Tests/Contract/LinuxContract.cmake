@@ -1,6 +1,7 @@
 # The same suites on the real services, on a private X desktop with real other programs.
 add_executable(linux_contract_tests LinuxContractDesktop.cpp LinuxContractTests.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/ClipboardProgram.cpp
+  ${CMAKE_SOURCE_DIR}/Tests/Desktop/DesktopRamps.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/TargetProgram.cpp)
 target_link_libraries(linux_contract_tests PRIVATE desktop_harness https_server zephyx_linux GTest::gtest_main)
 target_compile_definitions(linux_contract_tests PRIVATE

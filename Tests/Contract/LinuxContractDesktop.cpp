@@ -19,6 +19,7 @@
 #include "Platform/Linux/X11.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Platform.h"
+#include "Tests/Desktop/DesktopRamps.h"
 
 namespace zephyx {
 namespace {
@@ -219,6 +220,13 @@ Registration LinuxContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode
                                                 modifierMask(carbonModifiers));
     const XReply<xcb_generic_error_t> error(xcb_request_check(program->get(), release));
   });
+}
+
+double LinuxContractDesktop::whiteLevel() {
+  DesktopRamps ramps;
+  const auto top = ramps.ramp(ramps.outputs().at(0))[0].back();
+  // A server whose ramp nobody has set yet calls it black, and shows everything.
+  return top == 0 ? 1 : top / 65535.0;
 }
 
 std::optional<std::vector<std::string>> LinuxContractDesktop::openMenuRows() {

@@ -37,6 +37,8 @@ class LinuxContractDesktop final : public ContractDesktop {
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
+  double whiteLevel() override;
+
   std::optional<std::vector<std::string>> openMenuRows() override;
   void chooseMenuRow(const std::string& title) override;
   void dismissMenu() override;

@@ -3,6 +3,7 @@
 #include "Tests/Contract/AlertContract.h"
 #include "Tests/Contract/AudioContract.h"
 #include "Tests/Contract/DispatchContract.h"
+#include "Tests/Contract/DisplaysContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/LinuxContractDesktop.h"
@@ -25,6 +26,7 @@ const auto linuxDesktop = testing::Values(
 INSTANTIATE_TEST_SUITE_P(Linux, AlertContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, AudioContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, DisplaysContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, NetworkContract, linuxDesktop, contractRunName);

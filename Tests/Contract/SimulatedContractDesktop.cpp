@@ -79,6 +79,10 @@ Registration SimulatedContractDesktop::otherProgramHoldsHotKey(std::uint32_t key
   return Registration([this, combination] { machine_.hotKeys.otherProgramReleases(combination); });
 }
 
+double SimulatedContractDesktop::whiteLevel() {
+  return machine_.displays.transferMaximum(display_).value_or(1);
+}
+
 std::optional<std::vector<std::string>> SimulatedContractDesktop::openMenuRows() {
   const auto item = machine_.statusBar.item();
   if (!item || !item->menuIsOpen()) return std::nullopt;

@@ -33,6 +33,8 @@ class SimulatedContractDesktop final : public ContractDesktop {
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
+  double whiteLevel() override;
+
   std::optional<std::vector<std::string>> openMenuRows() override;
   void chooseMenuRow(const std::string& title) override;
   void dismissMenu() override;
@@ -57,6 +59,8 @@ class SimulatedContractDesktop final : public ContractDesktop {
 
   SimulatedDesktop machine_;
   SimulatedContractMicrophones microphones_{machine_.audioHardware};
+  const std::uint32_t display_ =
+      machine_.displays.plugIn(SimulatedDisplays::Kind::externalWithoutChannel);
   std::shared_ptr<SimulatedRunningApplication> otherApplication_;
 };
 

@@ -3,6 +3,7 @@
 #include "Tests/Contract/AlertContract.h"
 #include "Tests/Contract/AudioContract.h"
 #include "Tests/Contract/DispatchContract.h"
+#include "Tests/Contract/DisplaysContract.h"
 #include "Tests/Contract/EngineContract.h"
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/NetworkContract.h"
@@ -30,6 +31,7 @@ const auto simulations =
 INSTANTIATE_TEST_SUITE_P(Simulated, AlertContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, AudioContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, DisplaysContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, NetworkContract, simulations, contractRunName);

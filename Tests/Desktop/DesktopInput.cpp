@@ -39,7 +39,6 @@ DesktopInput::DesktopInput(const std::string& display)
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   const auto* extension = xcb_get_extension_data(connection_, &xcb_input_id);
   deviceKeyPress_ = static_cast<std::uint8_t>(extension->first_event + XCB_INPUT_DEVICE_KEY_PRESS);
-  physicalDevice_ = physicalKeyboard();
 }
 
 DesktopInput::~DesktopInput() {
@@ -76,6 +75,7 @@ void DesktopInput::send(bool press, std::uint8_t keyCode) {
   if (keyboard_ == Keyboard::Synthetic) {
     fake(press ? XCB_KEY_PRESS : XCB_KEY_RELEASE, keyCode, 0, 0, 0);
   } else {
+    if (!physicalDevice_) physicalDevice_ = physicalKeyboard();
     // A release follows its press in the numbering of the extension's events.
     fake(static_cast<std::uint8_t>(deviceKeyPress_ + (press ? 0 : 1)), keyCode, 0, 0,
          physicalDevice_);

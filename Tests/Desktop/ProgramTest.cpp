@@ -57,6 +57,19 @@ bool ProgramTest::waitUntilPanelIsGone() {
   return waitFor([&] { return !program_->panel(); });
 }
 
+bool ProgramTest::openMenu() {
+  return waitFor([&] {
+    const auto icon = program_->trayIcon();
+    if (!icon) return false;
+    input().click(icon->centerX(), icon->centerY());
+    return waitFor([&] { return program_->menu().has_value(); }, std::chrono::seconds(1));
+  });
+}
+
+bool ProgramTest::waitUntilMenuIsGone() {
+  return waitFor([&] { return !program_->menu(); });
+}
+
 std::vector<HistoryRow> ProgramTest::newEntries() const {
   auto rows = program_->history().rows();
   std::erase_if(rows, [&](const HistoryRow& row) { return row.id <= lastIdBefore_; });

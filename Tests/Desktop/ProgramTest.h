@@ -31,6 +31,9 @@ class ProgramTest : public testing::Test {
   [[nodiscard]] bool openPanel();
   [[nodiscard]] bool panelHasKeyboard();
   [[nodiscard]] bool waitUntilPanelIsGone();
+  /// Clicks the icon in the tray, and waits until the menu is open.
+  [[nodiscard]] bool openMenu();
+  [[nodiscard]] bool waitUntilMenuIsGone();
   /// The texts that were added to the history since `SetUp`, oldest first.
   std::vector<HistoryRow> newEntries() const;
   [[nodiscard]] bool waitForNewEntries(std::size_t count) const;

@@ -12,6 +12,36 @@ namespace {
 
 constexpr std::chrono::seconds kStartDeadline(20);
 
+/// A card without hardware. The key bindings of a server that owns the machine are off.
+constexpr const char* xorgConfiguration = R"(
+Section "ServerFlags"
+  Option "AutoAddDevices" "false"
+  Option "AutoEnableDevices" "false"
+  Option "DontVTSwitch" "true"
+EndSection
+Section "Device"
+  Identifier "card"
+  Driver "dummy"
+  VideoRam 256000
+EndSection
+Section "Monitor"
+  Identifier "monitor"
+  HorizSync 5.0-1000.0
+  VertRefresh 5.0-200.0
+EndSection
+Section "Screen"
+  Identifier "screen"
+  Device "card"
+  Monitor "monitor"
+  DefaultDepth 24
+  SubSection "Display"
+    Depth 24
+    Modes "1280x800"
+    Virtual 2560 1600
+  EndSubSection
+EndSection
+)";
+
 void require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
 }
@@ -77,13 +107,26 @@ std::string VirtualDesktop::firstLine(const std::vector<std::string>& arguments,
   return text.substr(0, text.find('\n'));
 }
 
+void VirtualDesktop::startServerWithOutputs() {
+  const auto configuration = directory_.path() / "xorg.conf";
+  writeFile(configuration, xorgConfiguration);
+  display_ = ":" + firstLine({"Xorg", "-displayfd", "1", "-config", configuration.string(),
+                              "-logfile", (directory_.path() / "xorg.log").string(), "-novtswitch",
+                              "-sharevts", "-nolisten", "tcp", "-ac", "-noreset"},
+                             server_);
+}
+
 void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
   const auto size = std::to_string(options.width) + "x" + std::to_string(options.height) + "x24";
   std::vector<std::string> arguments{"Xvfb",      "-displayfd", "1",     "-screen",    "0",
                                      size,        "+extension", "RANDR", "+extension", "Composite",
                                      "-nolisten", "tcp",        "-ac",   "-noreset"};
   arguments.insert(arguments.end(), options.serverArguments.begin(), options.serverArguments.end());
-  display_ = ":" + firstLine(arguments, server_);
+  if (options.outputs) {
+    startServerWithOutputs();
+  } else {
+    display_ = ":" + firstLine(arguments, server_);
+  }
   environment_["DISPLAY"] = display_;
 }
 

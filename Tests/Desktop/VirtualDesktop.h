@@ -20,6 +20,7 @@ struct VirtualDesktopOptions {
   bool compositor = false;    ///< picom: translucent windows
   bool tray = false;          ///< trayer: an XEmbed tray at the top right
   bool sessionBus = false;    ///< a D-Bus of its own; without it programs find none
+  bool outputs = false;       ///< Xorg on a card with many outputs, not Xvfb; the first is in use
   std::vector<std::string> serverArguments;
 };
 
@@ -69,6 +70,7 @@ class VirtualDesktop {
   /// Starts a server program and waits for the line in which it says where it can be reached.
   std::string firstLine(const std::vector<std::string>& arguments, ChildProcess& program) const;
   void startServer(const VirtualDesktopOptions& options);
+  void startServerWithOutputs();
   void startSessionBus();
   void startWindowManager();
   void startCompositor();

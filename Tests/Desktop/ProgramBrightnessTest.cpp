@@ -1,0 +1,73 @@
+#include "Tests/Desktop/DesktopRamps.h"
+#include "Tests/Desktop/ProgramTest.h"
+
+namespace zephyx {
+namespace {
+
+using Ramp = DesktopRamps::Ramp;
+
+class ProgramBrightnessTest : public ProgramTest {
+ protected:
+  static void SetUpTestSuite() {
+    VirtualDesktopOptions options;
+    options.tray = true;
+    startDesktop(options);
+    witness_ = std::make_unique<DesktopRamps>();
+  }
+  static void TearDownTestSuite() {
+    witness_.reset();
+    ProgramTest::TearDownTestSuite();
+  }
+
+  static constexpr int rowsAboveSlider = 0;
+
+  static Ramp shown() { return witness_->ramp(witness_->outputs().at(0)); }
+  static void userSets(const Ramp& ramp) { witness_->setRamp(witness_->outputs().at(0), ramp); }
+  [[nodiscard]] static bool becomes(const Ramp& ramp) {
+    return waitFor([&] { return DesktopRamps::distance(shown(), ramp) <= 1; });
+  }
+  void moveSlider(key::Code key) {
+    ASSERT_TRUE(openMenu());
+    for (int row = 0; row <= rowsAboveSlider; ++row) input().tap(key::Down);
+    input().tap(key);
+  }
+  void closeMenu() {
+    input().tap(key::Escape);
+    EXPECT_TRUE(waitUntilMenuIsGone());
+  }
+
+ private:
+  static std::unique_ptr<DesktopRamps> witness_;
+};
+
+std::unique_ptr<DesktopRamps> ProgramBrightnessTest::witness_;
+
+TEST_F(ProgramBrightnessTest, TheSliderDimsAndWhatTheUserHadComesBackAlsoAfterTheProgramWasKilled) {
+  const auto warm = DesktopRamps::linear(1, 0.8, 0.5);
+  const auto darkest = DesktopRamps::linear(0.15, 0.12, 0.075);
+  userSets(warm);
+  moveSlider(key::Home);
+  EXPECT_TRUE(becomes(darkest));
+  input().tap(key::End);
+  EXPECT_TRUE(becomes(warm));
+  input().tap(key::Home);
+  EXPECT_TRUE(becomes(darkest));
+  closeMenu();
+
+  program().process().kill();
+  EXPECT_LE(DesktopRamps::distance(shown(), darkest), 1);
+  startProgram();
+  EXPECT_TRUE(becomes(warm));
+
+  // The level is the last one, so a step up is still dark.
+  moveSlider(key::Right);
+  EXPECT_TRUE(waitFor([&] { return shown() != warm; }));
+  EXPECT_LT(shown()[0].back(), 16384);
+  closeMenu();
+  program().process().terminate();
+  EXPECT_TRUE(becomes(warm));
+  startProgram();
+}
+
+}  // namespace
+}  // namespace zephyx
