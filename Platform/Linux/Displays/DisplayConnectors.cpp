@@ -26,7 +26,7 @@ std::optional<int> numberAfter(std::string_view prefix, std::string_view name) {
 /// none.
 std::string_view connectorName(std::string_view entry) {
   const auto dash = entry.find('-');
-  if (dash == entry.npos || !numberAfter("card", entry.substr(0, dash))) return {};
+  if (dash == std::string_view::npos || !numberAfter("card", entry.substr(0, dash))) return {};
   return entry.substr(dash + 1);
 }
 
