@@ -133,6 +133,13 @@ class ContractDesktop {
   /// What the sensor on the processor's die says, in °C; nothing takes it out. At first the machine
   /// has no sensor.
   virtual void setDieTemperature(std::optional<double> celsius) = 0;
+
+  // Software updates. The host's own version is lower than 2.
+
+  /// What the update feed holds from now on.
+  virtual void offerUpdate(const std::string& version) = 0;
+  /// Lets the time of the first scheduled check come; the check itself may take a moment more.
+  virtual void reachTimeOfUpdateCheck() = 0;
 };
 
 /// Makes the desktop of one test. The name tells runs apart in the names of the tests.

@@ -117,6 +117,8 @@ LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
   qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
   setenv("ZEPHYX_HWMON", sensors_.folder().c_str(), 1);
+  qputenv("ZEPHYX_UPDATE_FEED", updateFeed_.address().toUtf8());
+  qputenv("ZEPHYX_UPDATE_KEY", updateFeed_.publicKey().toBase64());
   static char name[] = "linux_contract_tests";
   static char* arguments[] = {name, nullptr};
   platform_ = makePlatform(1, arguments);
@@ -330,6 +332,14 @@ void LinuxContractDesktop::setDieTemperature(std::optional<double> celsius) {
   } else {
     sensors_.remove("hwmon0");
   }
+}
+
+void LinuxContractDesktop::offerUpdate(const std::string& version) {
+  updateFeed_.offer(QByteArray::fromStdString(version), "package");
+}
+
+void LinuxContractDesktop::reachTimeOfUpdateCheck() {
+  runUntil([&] { return updateServer_.requests(QStringLiteral("feed.xml")) > 0; }, 20);
 }
 
 }  // namespace zephyx

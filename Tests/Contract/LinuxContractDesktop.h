@@ -5,6 +5,7 @@
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
+#include "Tests/Desktop/UpdateFeed.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 #include "Tests/Linux/SensorTree.h"
 
@@ -58,12 +59,17 @@ class LinuxContractDesktop final : public ContractDesktop {
 
   void setDieTemperature(std::optional<double> celsius) override;
 
+  void offerUpdate(const std::string& version) override;
+  void reachTimeOfUpdateCheck() override;
+
  private:
   void copy(const std::vector<PasteboardItem>& items, bool hangs);
 
   VirtualDesktop desktop_;
   SensorTree sensors_{desktop_.home() / "hwmon"};
   LinuxContractMicrophones microphones_{desktop_};
+  UpdateServer updateServer_;
+  UpdateFeed updateFeed_{updateServer_};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;

@@ -9,6 +9,7 @@
 #include "Tests/Contract/LinuxContractDesktop.h"
 #include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
+#include "Tests/Contract/SoftwareUpdateContract.h"
 #include "Tests/Contract/StatisticsContract.h"
 #include "Tests/Contract/StatusBarContract.h"
 #include "Tests/Contract/StoreContract.h"
@@ -32,6 +33,7 @@ INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName)
 INSTANTIATE_TEST_SUITE_P(Linux, NetworkContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, PasteboardContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, StatisticsContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, SoftwareUpdateContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, StatusBarContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, StoreContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, WindowContract, linuxDesktop, contractRunName);

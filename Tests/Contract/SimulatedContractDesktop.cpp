@@ -139,4 +139,12 @@ void SimulatedContractDesktop::setDieTemperature(std::optional<double> celsius) 
   if (celsius) sensors.push_back({"PMU tdie1", *celsius});
 }
 
+void SimulatedContractDesktop::offerUpdate(const std::string& version) {
+  machine_.softwareUpdate.offer(version);
+}
+
+void SimulatedContractDesktop::reachTimeOfUpdateCheck() {
+  machine_.softwareUpdate.runScheduledCheck(false);
+}
+
 }  // namespace zephyx

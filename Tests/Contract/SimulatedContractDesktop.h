@@ -54,6 +54,9 @@ class SimulatedContractDesktop final : public ContractDesktop {
 
   void setDieTemperature(std::optional<double> celsius) override;
 
+  void offerUpdate(const std::string& version) override;
+  void reachTimeOfUpdateCheck() override;
+
  private:
   static constexpr const char* webAddress = "https://web.example";
 

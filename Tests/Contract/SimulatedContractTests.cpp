@@ -9,6 +9,7 @@
 #include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
 #include "Tests/Contract/SimulatedContractDesktop.h"
+#include "Tests/Contract/SoftwareUpdateContract.h"
 #include "Tests/Contract/StatisticsContract.h"
 #include "Tests/Contract/StatusBarContract.h"
 #include "Tests/Contract/StoreContract.h"
@@ -37,6 +38,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunNa
 INSTANTIATE_TEST_SUITE_P(Simulated, NetworkContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, PasteboardContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StatisticsContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, SoftwareUpdateContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StatusBarContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, StoreContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, WindowContract, simulations, contractRunName);

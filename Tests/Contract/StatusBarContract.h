@@ -87,6 +87,21 @@ TEST_P(StatusBarContract, AChosenRowPerformsOnceAndClosesTheMenu) {
   EXPECT_EQ(chosen_, "quitquit");
 }
 
+TEST_P(StatusBarContract, ARowThatIsDisabledIsShownAndCannotBeChosen) {
+  quit_->update([](MenuItem::Properties& p) {
+    p.isEnabled = false;
+    p.toolTip = "Not now";
+  });
+  ASSERT_TRUE(open());
+  EXPECT_EQ(desktop().openMenuRows(), (Rows{"Hide", "-", "Quit"}));
+  desktop().chooseMenuRow("Quit");
+  desktop().pass(0.1);
+  EXPECT_TRUE(desktop().openMenuRows());
+  desktop().dismissMenu();
+  EXPECT_TRUE(hasClosed());
+  EXPECT_EQ(chosen_, "");
+}
+
 TEST_P(StatusBarContract, CancellingTrackingClosesTheMenuWithoutAChoice) {
   ASSERT_TRUE(open());
   item_->cancelTrackingWithoutAnimation();

@@ -1,5 +1,8 @@
 #include "Tests/Desktop/UpdateServer.h"
 
+#include <netinet/in.h>
+#include <sys/socket.h>
+
 #include <QtCore/QTimer>
 #include <QtNetwork/QSslServer>
 #include <QtNetwork/QTcpServer>
@@ -25,8 +28,8 @@ class UpdateServer::Listener final : public QObject {
  public:
   explicit Listener(UpdateServer& owner) : owner_(owner) {}
 
-  /// On the thread that it serves on. The port.
-  int listen(const std::optional<QSslConfiguration>& tls) {
+  /// On the thread that it serves on.
+  void serveAt(int socket, const std::optional<QSslConfiguration>& tls) {
     if (tls) {
       auto* secure = new QSslServer(this);
       secure->setSslConfiguration(*tls);
@@ -35,8 +38,7 @@ class UpdateServer::Listener final : public QObject {
       server_ = new QTcpServer(this);
     }
     connect(server_, &QTcpServer::pendingConnectionAvailable, this, &Listener::accept);
-    server_->listen(QHostAddress::LocalHost);
-    return server_->serverPort();
+    server_->setSocketDescriptor(socket);
   }
 
  private:
@@ -69,17 +71,20 @@ class UpdateServer::Listener final : public QObject {
   QTcpServer* server_ = nullptr;
 };
 
-UpdateServer::UpdateServer(const std::optional<QSslConfiguration>& tls)
-    : listener_(new Listener(*this)) {
-  listener_->moveToThread(&thread_);
-  QObject::connect(&thread_, &QThread::finished, listener_, &QObject::deleteLater);
-  thread_.start();
-  int port = 0;
-  QMetaObject::invokeMethod(
-      listener_, [&] { port = listener_->listen(tls); }, Qt::BlockingQueuedConnection);
-  if (port == 0) throw std::runtime_error("no port to listen on");
-  origin_ =
-      QStringLiteral("%1://127.0.0.1:%2/").arg(QLatin1String(tls ? "https" : "http")).arg(port);
+UpdateServer::UpdateServer(std::optional<QSslConfiguration> tls)
+    : tls_(std::move(tls)), socket_(socket(AF_INET, SOCK_STREAM, 0)) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  socklen_t length = sizeof address;
+  auto* generic = reinterpret_cast<sockaddr*>(&address);
+  if (bind(socket_.get(), generic, length) != 0 || listen(socket_.get(), 8) != 0 ||
+      getsockname(socket_.get(), generic, &length) != 0) {
+    throw std::runtime_error("no server on the loopback");
+  }
+  origin_ = QStringLiteral("%1://127.0.0.1:%2/")
+                .arg(QLatin1String(tls_ ? "https" : "http"))
+                .arg(ntohs(address.sin_port));
 }
 
 UpdateServer::~UpdateServer() {
@@ -87,9 +92,22 @@ UpdateServer::~UpdateServer() {
   thread_.wait();
 }
 
+void UpdateServer::start() {
+  if (thread_.isRunning()) return;
+  auto* listener = new Listener(*this);
+  listener->moveToThread(&thread_);
+  QObject::connect(&thread_, &QThread::finished, listener, &QObject::deleteLater);
+  thread_.start();
+  QMetaObject::invokeMethod(listener,
+                            [this, listener] { listener->serveAt(dup(socket_.get()), tls_); });
+}
+
 void UpdateServer::set(const QString& name, File file) {
-  const QMutexLocker lock(&mutex_);
-  files_[name] = std::move(file);
+  {
+    const QMutexLocker lock(&mutex_);
+    files_[name] = std::move(file);
+  }
+  start();
 }
 
 QString UpdateServer::address(const QString& name) const {

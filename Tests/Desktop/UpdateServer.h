@@ -9,10 +9,13 @@
 #include <memory>
 #include <optional>
 
+#include "Platform/Linux/FileDescriptor.h"
+
 namespace zephyx {
 
-/// A web server on the loopback with files whose contents and manners the test chooses. Works on a
-/// thread of its own; ends with this object.
+/// A web server on the loopback with files whose contents and manners the test chooses. Has an
+/// address at once; serves from the first file on, on a thread of its own, for which the toolkit's
+/// application must exist by then. Ends with this object.
 class UpdateServer {
  public:
   struct File {
@@ -24,7 +27,7 @@ class UpdateServer {
   };
 
   /// HTTPS with a certificate, plain HTTP without.
-  explicit UpdateServer(const std::optional<QSslConfiguration>& tls = {});
+  explicit UpdateServer(std::optional<QSslConfiguration> tls = {});
   UpdateServer(const UpdateServer&) = delete;
   UpdateServer& operator=(const UpdateServer&) = delete;
   ~UpdateServer();
@@ -37,14 +40,16 @@ class UpdateServer {
  private:
   class Listener;
 
+  void start();
   std::optional<File> request(const QString& name);
 
+  const std::optional<QSslConfiguration> tls_;
+  FileDescriptor socket_;
   mutable QMutex mutex_;
   std::map<QString, File> files_;
   std::map<QString, int> requests_;
   QString origin_;
   QThread thread_;
-  Listener* listener_;  ///< belongs to the thread
 };
 
 }  // namespace zephyx

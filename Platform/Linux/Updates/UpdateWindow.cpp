@@ -54,7 +54,8 @@ class Emblem final : public QWidget {
 }  // namespace
 
 UpdateWindow::UpdateWindow()
-    : QWidget(nullptr, Qt::Window),
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                           Qt::WindowCloseButtonHint),
       title_(new QLabel),
       text_(new QLabel),
       notes_(makeNotes()),
