@@ -19,7 +19,8 @@ class ProgramBrightnessTest : public ProgramTest {
     ProgramTest::TearDownTestSuite();
   }
 
-  static constexpr int rowsAboveSlider = 0;
+  // Quit, Settings, Import, Export, Show, Mute. A row that is disabled is passed over.
+  static constexpr int rowsBelowSlider = 6;
 
   static Ramp shown() { return witness_->ramp(witness_->outputs().at(0)); }
   static void userSets(const Ramp& ramp) { witness_->setRamp(witness_->outputs().at(0), ramp); }
@@ -28,7 +29,7 @@ class ProgramBrightnessTest : public ProgramTest {
   }
   void moveSlider(key::Code key) {
     ASSERT_TRUE(openMenu());
-    for (int row = 0; row <= rowsAboveSlider; ++row) input().tap(key::Down);
+    for (int row = 0; row <= rowsBelowSlider; ++row) input().tap(key::Up);
     input().tap(key);
   }
   void closeMenu() {

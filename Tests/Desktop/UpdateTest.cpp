@@ -29,7 +29,7 @@ UpdateTest::UpdateTest() : desktop_(std::make_unique<VirtualDesktop>()) {
 
 UpdateTest::~UpdateTest() {
   stop();
-  dispatch_->finishGlobalWork();
+  dispatch_->finishWork();
 }
 
 UpdateConfiguration UpdateTest::configuration(const QString& feed) const {
