@@ -1,3 +1,6 @@
+#include <regex>
+#include <string>
+
 #include "Tests/Desktop/DesktopRamps.h"
 #include "Tests/Desktop/ProgramTest.h"
 
@@ -27,6 +30,13 @@ class ProgramBrightnessTest : public ProgramTest {
   [[nodiscard]] static bool becomes(const Ramp& ramp) {
     return waitFor([&] { return DesktopRamps::distance(shown(), ramp) <= 1; });
   }
+  /// As it stands in the settings file.
+  std::string storedLevel() {
+    const auto settings = readFile(desktop().configHome() / "com.zephyx.app" / "defaults.json");
+    std::smatch match;
+    static const std::regex level(R"("externalBrightness\.v1":\s*\{\s*"number":\s*([^\s}]+))");
+    return std::regex_search(settings, match, level) ? match[1].str() : "";
+  }
   void moveSlider(key::Code key) {
     ASSERT_TRUE(openMenu());
     for (int row = 0; row <= rowsBelowSlider; ++row) input().tap(key::Up);
@@ -54,6 +64,7 @@ TEST_F(ProgramBrightnessTest, TheSliderDimsAndWhatTheUserHadComesBackAlsoAfterTh
   input().tap(key::Home);
   EXPECT_TRUE(becomes(darkest));
   closeMenu();
+  EXPECT_TRUE(waitFor([&] { return storedLevel() == "0"; }));
 
   program().process().kill();
   EXPECT_LE(DesktopRamps::distance(shown(), darkest), 1);

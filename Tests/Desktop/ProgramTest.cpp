@@ -62,7 +62,13 @@ bool ProgramTest::openMenu() {
     const auto icon = program_->trayIcon();
     if (!icon) return false;
     input().click(icon->centerX(), icon->centerY());
-    return waitFor([&] { return program_->menu().has_value(); }, std::chrono::seconds(1));
+    // It is drawn once it has the keyboard.
+    return waitFor(
+        [&] {
+          const auto menu = program_->menu();
+          return menu && windows().distinctColors(*menu) > 8;
+        },
+        std::chrono::seconds(1));
   });
 }
 
