@@ -8,16 +8,31 @@
 
 namespace zephyx {
 
-enum class EventType : int {
+/// As Quartz numbers them.
+enum class EventType : std::uint32_t {
   leftMouseDown = 1,
   leftMouseUp = 2,
+  rightMouseDown = 3,
+  rightMouseUp = 4,
+  mouseMoved = 5,
   leftMouseDragged = 6,
-  keyDown = 10
+  rightMouseDragged = 7,
+  keyDown = 10,
+  keyUp = 11,
+  flagsChanged = 12,   ///< a modifier key
+  systemDefined = 14,  ///< keys for volume, brightness and media
+  scrollWheel = 22,
+  otherMouseDown = 25,
+  otherMouseUp = 26,
+  otherMouseDragged = 27,
+  // What a tap hears about itself; they have no bit in a mask.
+  tapDisabledByTimeout = 0xFFFFFFFE,
+  tapDisabledByUserInput = 0xFFFFFFFF,
 };
 
-/// The bit of a type in a monitor's mask.
+/// The bit of a type in a monitor's or tap's mask.
 constexpr std::uint64_t eventMask(EventType type) {
-  return std::uint64_t{1} << static_cast<int>(type);
+  return std::uint64_t{1} << static_cast<std::uint32_t>(type);
 }
 
 /// macOS virtual key codes (position on the keyboard, whatever the layout).
@@ -34,6 +49,7 @@ struct Event {
   EventType type = EventType::keyDown;
   std::uint64_t modifierFlags = 0;  ///< bits of `eventModifier`
   std::uint16_t keyCode = 0;        ///< key events only
+  bool isRepeat = false;            ///< key down only: the key has been down for a while
 };
 
 /// Watches events on their way to this process's own windows. Main thread.

@@ -13,6 +13,7 @@ class Directories;
 class Displays;
 class EventMonitors;
 class EventPoster;
+class EventTaps;
 class FlutterEngines;
 class HostStatistics;
 class HotKeys;
@@ -46,6 +47,7 @@ class Platform {
   virtual Displays& displays() = 0;
   virtual EventMonitors& eventMonitors() = 0;
   virtual EventPoster& eventPoster() = 0;
+  virtual EventTaps& eventTaps() = 0;
   virtual FlutterEngines& flutterEngines() = 0;
   virtual HostStatistics& hostStatistics() = 0;
   virtual HotKeys& hotKeys() = 0;

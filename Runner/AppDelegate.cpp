@@ -15,6 +15,8 @@
 #include "Runner/ClipboardPanelController.h"
 #include "Runner/ExternalDisplayBrightness.h"
 #include "Runner/HotkeyManager.h"
+#include "Runner/InputLockController.h"
+#include "Runner/InputLockMenuItemView.h"
 #include "Runner/MainFlutterWindow.h"
 #include "Runner/MicrophoneMuteController.h"
 #include "Runner/SelectionCapture.h"
@@ -33,6 +35,7 @@ constexpr const char* statusSymbol = "note.text";
 constexpr const char* statusDescription = "Zephyx";
 constexpr const char* mutedSymbol = "mic.slash.fill";
 constexpr const char* mutedDescription = "Zephyx — microphone muted";
+constexpr const char* keyboardLockTitle = "Lock Keyboard for Cleaning";
 
 constexpr const char* shortcutUsed = "shortcutUsed";
 constexpr const char* exportAllNotes = "exportAllNotes";
@@ -99,14 +102,22 @@ void AppDelegate::makeStatusItem() {
       platform_.dispatch(), platform_.hostStatistics(), platform_.temperatureSensors());
   agentUsage_ = std::make_unique<AgentUsageMenuItem>(platform_, usageProvider_, *statusItem_);
   brightnessView_ = std::make_shared<BrightnessMenuItemView>(ExternalDisplayBrightness::shared());
+  inputLock_ = std::make_unique<InputLockController>(platform_);
+  keyboardLockItemView_ = std::make_shared<InputLockMenuItemView>(InputLockTarget::keyboard,
+                                                                  keyboardLockTitle, *inputLock_);
+  keyboardLockItemView_->onToggle =
+      lifetime_.wrap([this] { handleInputLockToggle(InputLockTarget::keyboard); });
   statusMenu_ = std::make_unique<StatusMenu>(
       *this, hotkeys, platform_.userDefaults(), platform_.softwareUpdate(),
       StatusMenu::ViewRows{
           .systemMonitor = MenuItem::withView("System Monitor", systemMonitorView_),
           .agentUsage = agentUsage_->item(),
           .brightness = MenuItem::withView(BrightnessMenuItemView::title, brightnessView_),
+          .keyboardLock = MenuItem::withView(keyboardLockTitle, keyboardLockItemView_),
       },
       StatusMenu::Actions{
+          .toggleTrackpadLock =
+              lifetime_.wrap([this] { handleInputLockToggle(InputLockTarget::trackpad); }),
           .toggleMicMute = lifetime_.wrap([this] { toggleMicMute(); }),
           .togglePopover = lifetime_.wrap([this] { togglePopover(); }),
           .exportAllNotes = lifetime_.wrap([this] { sendFromMainWindow(exportAllNotes); }),
@@ -115,9 +126,15 @@ void AppDelegate::makeStatusItem() {
           .checkForUpdates = [&updater = UpdaterService::shared()] { updater.checkForUpdates(); },
           .quitApp = lifetime_.wrap([this] { application_.terminate(); }),
       });
+  followInputLock();
   followMicrophone();
   hotkeys.toggleMenuItem = statusMenu_->toggleItem();
   statusItem_->setMenu(statusMenu_->menu());
+}
+
+void AppDelegate::followInputLock() {
+  inputLock_->onStateChange = lifetime_.wrap([this] { refreshInputLockItems(); });
+  refreshInputLockItems();
 }
 
 void AppDelegate::followMicrophone() {
@@ -172,8 +189,11 @@ void AppDelegate::dispatchHotkey(std::uint32_t number) {
       restoreLastPanel();
       break;
     case HotkeyID::trackpadLock:
+      handleInputLockToggle(InputLockTarget::trackpad);
+      break;
     case HotkeyID::keyboardLock:
-      break;  // their controllers are not part of this build
+      handleInputLockToggle(InputLockTarget::keyboard);
+      break;
     case HotkeyID::micMute:
       toggleMicMute();
       break;
@@ -277,6 +297,24 @@ void AppDelegate::sendFromMainWindow(const std::string& method) {
   if (const auto channel = methodChannel.lock()) channel->invokeMethod(method);
 }
 
+void AppDelegate::handleInputLockToggle(InputLockTarget target) {
+  // An open menu has the devices for itself.
+  statusItem_->cancelTrackingWithoutAnimation();
+  platform_.dispatch().mainQueue().async(lifetime_.wrap([this, target] {
+    const auto active = inputLock_->activeLock();
+    if (!active) {
+      inputLock_->lock(target);
+    } else if (*active == target) {
+      inputLock_->unlock();
+    }
+  }));
+}
+
+void AppDelegate::refreshInputLockItems() {
+  keyboardLockItemView_->applyState();
+  statusMenu_->refreshTrackpadLockItem(inputLock_->activeLock() == InputLockTarget::trackpad);
+}
+
 void AppDelegate::toggleMicMute() {
   auto& microphone = MicrophoneMuteController::shared();
   microphone.setMuted(!microphone.isMuted());
@@ -302,6 +340,7 @@ void AppDelegate::menuNeedsUpdate(Menu&) {
   statusMenu_->refreshToggleTitle(window && window->isVisible());
   HotkeyManager::shared().updateToggleMenuItem();  // the keyboard layout may be another one
   statusMenu_->refreshSettingsShortcutHint();
+  refreshInputLockItems();
   refreshMicMuteItem();
 }
 

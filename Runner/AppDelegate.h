@@ -9,11 +9,14 @@
 #include "Platform/Menu.h"
 #include "Platform/Registration.h"
 #include "Runner/HotkeyId.h"
+#include "Runner/InputLockTarget.h"
 
 namespace zephyx {
 
 class AgentUsageMenuItem;
 class BrightnessMenuItemView;
+class InputLockController;
+class InputLockMenuItemView;
 class MainFlutterWindow;
 class Platform;
 class StatusMenu;
@@ -55,6 +58,7 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
 
  private:
   void makeStatusItem();
+  void followInputLock();
   void followMicrophone();
   void registerGlobalHotkey();
   void dispatchHotkey(std::uint32_t id);
@@ -63,6 +67,9 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   /// else in the application in front.
   void captureAndShowPanel(const std::string& mode);
   void restoreLastPanel();
+  /// Unlocks the target or, when nothing is locked, locks it. Closes the menu.
+  void handleInputLockToggle(InputLockTarget target);
+  void refreshInputLockItems();
   void toggleMicMute();
   /// The menu's row.
   void refreshMicMuteItem();
@@ -79,6 +86,8 @@ class AppDelegate final : public ApplicationDelegate, public MenuDelegate {
   std::shared_ptr<UsageProvider> usageProvider_;
   std::shared_ptr<SystemMonitorMenuView> systemMonitorView_;
   std::shared_ptr<BrightnessMenuItemView> brightnessView_;
+  std::unique_ptr<InputLockController> inputLock_;
+  std::shared_ptr<InputLockMenuItemView> keyboardLockItemView_;
   std::unique_ptr<StatusMenu> statusMenu_;
   std::shared_ptr<StatusItem> statusItem_;
   std::unique_ptr<AgentUsageMenuItem> agentUsage_;

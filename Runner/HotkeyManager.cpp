@@ -71,6 +71,11 @@ const HotkeyTable& HotkeyManager::loadConfigs(const UserDefaults& userDefaults) 
   return configs_;
 }
 
+const HotkeyConfig& HotkeyManager::config(HotkeyID id) const {
+  const auto current = configs_.find(id);
+  return current != configs_.end() ? current->second : defaults().at(id);
+}
+
 void HotkeyManager::persist(UserDefaults& userDefaults) const {
   userDefaults.setData(defaultsKey, encodeHotkeyTable(configs_));
 }
@@ -130,8 +135,7 @@ void HotkeyManager::pauseAll() {
 std::optional<HotkeyError> HotkeyManager::set(HotkeyID id, const HotkeyConfig& config,
                                               UserDefaults& userDefaults) {
   if (const auto error = validate(id, config)) return error;
-  const auto current = configs_.find(id);
-  const auto previous = current != configs_.end() ? current->second : defaults().at(id);
+  const auto previous = this->config(id);
   unregister(id);
   if (registerHotkey(id, config) != hotKeyStatus::noErr) {
     registerHotkey(id, previous);

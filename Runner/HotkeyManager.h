@@ -41,6 +41,8 @@ class HotkeyManager {
 
   /// The current table; empty until it is loaded.
   const HotkeyTable& configs() const { return configs_; }
+  /// The current combination, or before the table is loaded the factory's.
+  const HotkeyConfig& config(HotkeyID id) const;
   /// Which registrations are ours: the first four bytes of "ZEPHYX".
   std::uint32_t signature() const { return signature_; }
 

@@ -15,6 +15,7 @@ using nlohmann::json;
 
 constexpr const char* settingsShortcutKey = "flutter.localShortcut.openSettings.v1";
 constexpr const char* settingsKeyEquivalent = ",";
+constexpr const char* trackpadLockTitle = "Lock Trackpad for Cleaning";
 
 std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
                                   std::function<void()> perform, const char* keyEquivalent = "",
@@ -50,6 +51,8 @@ void StatusMenu::build(const SoftwareUpdate& softwareUpdate, const ViewRows& vie
                        Actions actions) {
   constexpr auto shiftCommand = eventModifier::shift | eventModifier::command;
 
+  trackpadLockItem_ =
+      makeRow(trackpadLockTitle, "toggleTrackpadLock", std::move(actions.toggleTrackpadLock));
   micMuteItem_ = makeRow("Mute Microphone", "toggleMicMute", std::move(actions.toggleMicMute));
   toggleItem_ = makeRow("Open", "togglePopover", std::move(actions.togglePopover), "", 0);
   const auto toggle = hotkeys_.configs().find(HotkeyID::togglePopover);
@@ -60,10 +63,10 @@ void StatusMenu::build(const SoftwareUpdate& softwareUpdate, const ViewRows& vie
   settingsMenuItem_ =
       makeRow("Settings…", "openSettings", std::move(actions.openSettings), settingsKeyEquivalent);
 
-  // From top to bottom. A section without rows has no separator either.
+  // From top to bottom.
   addSection({viewRows.systemMonitor, viewRows.agentUsage});
   addSection({viewRows.brightness});
-  addSection({});  // keyboard and trackpad lock
+  addSection({viewRows.keyboardLock, trackpadLockItem_});
   addSection({micMuteItem_});
   addSection({toggleItem_});
   addSection(
@@ -77,13 +80,19 @@ void StatusMenu::build(const SoftwareUpdate& softwareUpdate, const ViewRows& vie
 }
 
 void StatusMenu::addSection(const std::vector<std::shared_ptr<MenuItem>>& rows) {
-  if (rows.empty()) return;
   if (!menu_->items().empty()) menu_->addItem(MenuItem::separator());
   for (const auto& row : rows) menu_->addItem(row);
 }
 
 void StatusMenu::refreshToggleTitle(bool mainWindowVisible) {
   toggleItem_->setTitle(mainWindowVisible ? "Hide" : "Show");
+}
+
+void StatusMenu::refreshTrackpadLockItem(bool locked) {
+  const auto shortcut = hotkeys_.displayString(hotkeys_.config(HotkeyID::trackpadLock));
+  trackpadLockItem_->setTitle(locked ? "Trackpad locked — press " + shortcut + " to unlock"
+                                     : trackpadLockTitle);
+  mirrorHotkey(HotkeyID::trackpadLock, *trackpadLockItem_);
 }
 
 void StatusMenu::refreshMicMuteItem(bool muted) {

@@ -22,10 +22,12 @@ class StatusMenu {
     std::shared_ptr<MenuItem> systemMonitor;
     std::shared_ptr<MenuItem> agentUsage;
     std::shared_ptr<MenuItem> brightness;
+    std::shared_ptr<MenuItem> keyboardLock;
   };
 
   /// What the other rows do.
   struct Actions {
+    std::function<void()> toggleTrackpadLock;
     std::function<void()> toggleMicMute;
     std::function<void()> togglePopover;
     std::function<void()> exportAllNotes;
@@ -45,6 +47,7 @@ class StatusMenu {
   void refreshToggleTitle(bool mainWindowVisible);
   /// Shows the settings screen's own shortcut, which that screen stores.
   void refreshSettingsShortcutHint();
+  void refreshTrackpadLockItem(bool locked);
   void refreshMicMuteItem(bool muted);
 
  private:
@@ -56,6 +59,7 @@ class StatusMenu {
   const HotkeyManager& hotkeys_;
   const UserDefaults& userDefaults_;
   std::shared_ptr<Menu> menu_;
+  std::shared_ptr<MenuItem> trackpadLockItem_;
   std::shared_ptr<MenuItem> micMuteItem_;
   std::shared_ptr<MenuItem> toggleItem_;
   std::shared_ptr<MenuItem> settingsMenuItem_;

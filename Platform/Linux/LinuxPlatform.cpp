@@ -13,6 +13,7 @@
 #include "Platform/Linux/Input/LinuxAccessibility.h"
 #include "Platform/Linux/Input/LinuxEventMonitors.h"
 #include "Platform/Linux/Input/LinuxEventPoster.h"
+#include "Platform/Linux/Input/LinuxEventTaps.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Linux/Input/LinuxKeyboardLayout.h"
 #include "Platform/Linux/Input/ToolkitEvents.h"
@@ -95,6 +96,7 @@ struct LinuxPlatform::Services {
   LinuxDisplays displays{toolkitConnection(), rampFile()};
   LinuxTextMetrics textMetrics;
   LinuxEventMonitors eventMonitors;
+  LinuxEventTaps eventTaps;
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
   LinuxAlerts alerts{windowHints, *watch};
@@ -152,6 +154,10 @@ EventMonitors& LinuxPlatform::eventMonitors() {
 
 EventPoster& LinuxPlatform::eventPoster() {
   return services_->eventPoster;
+}
+
+EventTaps& LinuxPlatform::eventTaps() {
+  return services_->eventTaps;
 }
 
 FlutterEngines& LinuxPlatform::flutterEngines() {

@@ -25,6 +25,7 @@ class LinuxPlatform final : public Platform {
   Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
+  EventTaps& eventTaps() override;
   FlutterEngines& flutterEngines() override;
   HostStatistics& hostStatistics() override;
   HotKeys& hotKeys() override;

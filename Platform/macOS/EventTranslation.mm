@@ -16,9 +16,10 @@ std::optional<Event> hostEvent(NSEvent* event) {
       return Event{type, event.modifierFlags};
     case EventType::keyDown:
       // Asking another kind of event for its key raises an exception.
-      return Event{type, event.modifierFlags, event.keyCode};
+      return Event{type, event.modifierFlags, event.keyCode, static_cast<bool>(event.ARepeat)};
+    default:
+      return std::nullopt;
   }
-  return std::nullopt;
 }
 
 }  // namespace zephyx

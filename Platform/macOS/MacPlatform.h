@@ -21,6 +21,7 @@ class MacPlatform final : public Platform {
   Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
+  EventTaps& eventTaps() override;
   FlutterEngines& flutterEngines() override;
   HostStatistics& hostStatistics() override;
   HotKeys& hotKeys() override;

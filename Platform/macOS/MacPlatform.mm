@@ -11,6 +11,7 @@
 #import "Platform/macOS/MacDisplays.h"
 #import "Platform/macOS/MacEventMonitors.h"
 #import "Platform/macOS/MacEventPoster.h"
+#import "Platform/macOS/MacEventTaps.h"
 #import "Platform/macOS/MacFlutterEngines.h"
 #import "Platform/macOS/MacHostStatistics.h"
 #import "Platform/macOS/MacHotKeys.h"
@@ -55,6 +56,7 @@ struct MacPlatform::Services {
   MacHotKeys hotKeys;
   MacEventPoster eventPoster;
   MacEventMonitors eventMonitors;
+  MacEventTaps eventTaps;
   MacAccessibility accessibility;
   MacHostStatistics hostStatistics;
   MacTemperatureSensors temperatureSensors;
@@ -106,6 +108,10 @@ EventMonitors& MacPlatform::eventMonitors() {
 
 EventPoster& MacPlatform::eventPoster() {
   return services_->eventPoster;
+}
+
+EventTaps& MacPlatform::eventTaps() {
+  return services_->eventTaps;
 }
 
 FlutterEngines& MacPlatform::flutterEngines() {

@@ -5,6 +5,7 @@
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/DisplaysContract.h"
 #include "Tests/Contract/EngineContract.h"
+#include "Tests/Contract/EventTapContract.h"
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/LinuxContractDesktop.h"
 #include "Tests/Contract/NetworkContract.h"
@@ -29,6 +30,7 @@ INSTANTIATE_TEST_SUITE_P(Linux, AudioContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, DispatchContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, DisplaysContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, EngineContract, linuxDesktop, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Linux, EventTapContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, KeyboardContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, NetworkContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, PasteboardContract, linuxDesktop, contractRunName);

@@ -5,6 +5,7 @@
 #include "Tests/Contract/DispatchContract.h"
 #include "Tests/Contract/DisplaysContract.h"
 #include "Tests/Contract/EngineContract.h"
+#include "Tests/Contract/EventTapContract.h"
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
@@ -34,6 +35,7 @@ INSTANTIATE_TEST_SUITE_P(Simulated, AudioContract, simulations, contractRunName)
 INSTANTIATE_TEST_SUITE_P(Simulated, DispatchContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, DisplaysContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, EngineContract, simulations, contractRunName);
+INSTANTIATE_TEST_SUITE_P(Simulated, EventTapContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, KeyboardContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, NetworkContract, simulations, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Simulated, PasteboardContract, simulations, contractRunName);

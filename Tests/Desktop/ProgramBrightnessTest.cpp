@@ -22,8 +22,8 @@ class ProgramBrightnessTest : public ProgramTest {
     ProgramTest::TearDownTestSuite();
   }
 
-  // Quit, Settings, Import, Export, Show, Mute. A row that is disabled is passed over.
-  static constexpr int rowsBelowSlider = 6;
+  // Quit, Settings, Import, Export, Show, Mute and the two locks. Disabled rows are passed over.
+  static constexpr int rowsBelowSlider = 8;
 
   static Ramp shown() { return witness_->ramp(witness_->outputs().at(0)); }
   static void userSets(const Ramp& ramp) { witness_->setRamp(witness_->outputs().at(0), ramp); }

@@ -50,6 +50,7 @@ void HostTest::TearDown() {
   EXPECT_TRUE(desktop.application.windows().empty());
   EXPECT_EQ(desktop.eventMonitors.count(), 0u);
   EXPECT_FALSE(desktop.eventMonitors.hasKeyboard());
+  EXPECT_FALSE(desktop.eventTaps.isThere());
   EXPECT_TRUE(desktop.hotKeys.registered().empty());
   EXPECT_EQ(desktop.statusBar.item(), nullptr);
   EXPECT_THAT(desktop.faults.all(), testing::IsEmpty());

@@ -13,6 +13,7 @@
 #include "Tests/Simulated/SimulatedEngine.h"
 #include "Tests/Simulated/SimulatedEngines.h"
 #include "Tests/Simulated/SimulatedEventMonitors.h"
+#include "Tests/Simulated/SimulatedEventTaps.h"
 #include "Tests/Simulated/SimulatedFaults.h"
 #include "Tests/Simulated/SimulatedHostStatistics.h"
 #include "Tests/Simulated/SimulatedHotKeys.h"
@@ -73,12 +74,13 @@ class SimulatedDesktop {
   SimulatedAlerts alerts{dispatch, application, faults};
   SimulatedEngines engines{dispatch, faults};
   SimulatedEventMonitors eventMonitors{dispatch};
+  SimulatedEventTaps eventTaps{dispatch};
   SimulatedHotKeys hotKeys{dispatch};
   SimulatedPreviewPanel previewPanel{application, defaultCenter};
   SimulatedStatusBar statusBar{dispatch, faults};
   SimulatedSoftwareUpdate softwareUpdate{dispatch};
-  SimulatedKeyboard keyboard{{dispatch, accessibility, hotKeys, workspace, application, alerts,
-                              eventMonitors, previewPanel}};
+  SimulatedKeyboard keyboard{{dispatch, accessibility, eventTaps, hotKeys, workspace, application,
+                              alerts, eventMonitors, previewPanel}};
 
  private:
   std::unique_ptr<Platform> platform_;

@@ -5,6 +5,7 @@
 #include "Tests/Simulated/SimulatedApplication.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedEventMonitors.h"
+#include "Tests/Simulated/SimulatedEventTaps.h"
 #include "Tests/Simulated/SimulatedHotKeys.h"
 #include "Tests/Simulated/SimulatedPreviewPanel.h"
 #include "Tests/Simulated/SimulatedWindow.h"
@@ -38,16 +39,23 @@ void SimulatedKeyboard::press(std::uint16_t keyCode, std::uint64_t modifierFlags
   travel(keyCode, modifierFlags | held_);
 }
 
-void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+void SimulatedKeyboard::repeat(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+  travel(keyCode, modifierFlags | held_, true);
+}
+
+void SimulatedKeyboard::travel(std::uint16_t keyCode, std::uint64_t modifierFlags, bool isRepeat) {
+  const Event event{EventType::keyDown, modifierFlags, keyCode, isRepeat};
+  if (machine_.eventTaps.take(event)) return;
   const bool isCaptured = machine_.eventMonitors.hasKeyboard();
-  if (!isCaptured && machine_.hotKeys.press({keyCode, carbonModifiers(modifierFlags)})) return;
+  const SimulatedHotKeys::Combination combination{keyCode, carbonModifiers(modifierFlags)};
+  if (!isCaptured && isRepeat && machine_.hotKeys.registered().contains(combination)) return;
+  if (!isCaptured && machine_.hotKeys.press(combination)) return;
   if (!isCaptured && !machine_.workspace.hostIsInFront()) {
     if (const auto& target = machine_.workspace.frontmost()) {
       target->receiveKey(keyCode, modifierFlags);
     }
     return;
   }
-  const Event event{EventType::keyDown, modifierFlags, keyCode};
   if (!machine_.eventMonitors.deliver(event)) return;
   if (machine_.alerts.receive(event)) return;
   if (const auto window = machine_.application.simulatedKeyWindow()) {

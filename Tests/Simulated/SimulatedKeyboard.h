@@ -12,17 +12,19 @@ class SimulatedAlerts;
 class SimulatedApplication;
 class SimulatedDispatch;
 class SimulatedEventMonitors;
+class SimulatedEventTaps;
 class SimulatedHotKeys;
 class SimulatedPreviewPanel;
 class SimulatedWorkspace;
 
-/// The user's keyboard, and the way of every key, the user's own or posted by the host: hot keys
-/// first, then whatever has the keyboard.
+/// The user's keyboard, and the way of every key, the user's own or posted by the host: event taps
+/// first, then hot keys, then whatever has the keyboard.
 class SimulatedKeyboard final : public EventPoster {
  public:
   struct Machine {
     SimulatedDispatch& dispatch;
     SimulatedAccessibility& accessibility;
+    SimulatedEventTaps& eventTaps;
     SimulatedHotKeys& hotKeys;
     SimulatedWorkspace& workspace;
     SimulatedApplication& application;
@@ -37,6 +39,8 @@ class SimulatedKeyboard final : public EventPoster {
 
   /// The user types a key, together with the modifiers that are held.
   void press(std::uint16_t keyCode, std::uint64_t modifierFlags);
+  /// A key that stays down goes on typing.
+  void repeat(std::uint16_t keyCode, std::uint64_t modifierFlags);
   void holdModifiers(std::uint64_t modifierFlags) { held_ = modifierFlags; }
 
   struct Posted {
@@ -49,7 +53,7 @@ class SimulatedKeyboard final : public EventPoster {
   void refuseToPost() { canPost_ = false; }
 
  private:
-  void travel(std::uint16_t keyCode, std::uint64_t modifierFlags);
+  void travel(std::uint16_t keyCode, std::uint64_t modifierFlags, bool isRepeat = false);
 
   Machine machine_;
   std::uint64_t held_ = 0;

@@ -31,6 +31,9 @@ EventMonitors& SimulatedPlatform::eventMonitors() {
 EventPoster& SimulatedPlatform::eventPoster() {
   return desktop_.keyboard;
 }
+EventTaps& SimulatedPlatform::eventTaps() {
+  return desktop_.eventTaps;
+}
 FlutterEngines& SimulatedPlatform::flutterEngines() {
   return desktop_.engines;
 }

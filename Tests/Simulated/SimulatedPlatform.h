@@ -20,6 +20,7 @@ class SimulatedPlatform : public Platform {
   Displays& displays() override;
   EventMonitors& eventMonitors() override;
   EventPoster& eventPoster() override;
+  EventTaps& eventTaps() override;
   FlutterEngines& flutterEngines() override;
   HostStatistics& hostStatistics() override;
   HotKeys& hotKeys() override;

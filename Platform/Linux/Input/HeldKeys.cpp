@@ -54,6 +54,11 @@ KeySet keysSeenDown(xcb_connection_t* connection) {
   return reply ? keysOf(reply->keys) : KeySet{};
 }
 
+bool hasPressedKeys(xcb_connection_t* connection) {
+  const auto map = ModifierMap::read(connection);
+  return (keysSeenDown(connection) & ~map.heldModifierKeys() & ~map.lockKeys()).any();
+}
+
 KeySet keysPhysicallyDown(xcb_connection_t* connection) {
   KeySet keys;
   const auto keyboards = physicalKeyboards(connection);

@@ -98,13 +98,9 @@ void KeyboardGrab::tryAgain() {
   if (since_.hasExpired(retryLimit.count()) || grab() != Outcome::busy) retry_.stop();
 }
 
-bool KeyboardGrab::hasPressedKeys() const {
-  const auto map = ModifierMap::read(connection_);
-  return (keysSeenDown(connection_) & ~map.heldModifierKeys() & ~map.lockKeys()).any();
-}
-
 void KeyboardGrab::releaseWhenIdle() {
-  if (!isHeld_ || since_.hasExpired(farewellLimit.count()) || !hasPressedKeys()) release();
+  if (!isHeld_ || since_.hasExpired(farewellLimit.count()) || !hasPressedKeys(connection_))
+    release();
 }
 
 void KeyboardGrab::release() {

@@ -32,7 +32,6 @@ class KeyboardGrab {
 
   Outcome grab();
   void tryAgain();
-  bool hasPressedKeys() const;
   void releaseWhenIdle();
   void release();
 

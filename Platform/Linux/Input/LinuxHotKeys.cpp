@@ -128,12 +128,9 @@ bool LinuxHotKeys::filter(const xcb_generic_event_t& event) {
   switch (eventTypeOf(event)) {
     case XCB_KEY_PRESS:
       return filterPress(reinterpret_cast<const xcb_key_press_event_t&>(event));
-    case XCB_KEY_RELEASE: {
-      const auto& release = reinterpret_cast<const xcb_key_release_event_t&>(event);
-      lastReleasedKey_ = release.detail;
-      lastReleaseTime_ = release.time;
+    case XCB_KEY_RELEASE:
+      repeat_.released(reinterpret_cast<const xcb_key_release_event_t&>(event));
       return false;
-    }
     default:
       break;
   }
@@ -154,9 +151,7 @@ bool LinuxHotKeys::filterPress(const xcb_key_press_event_t& press) {
   const auto entry = std::find_if(entries_.begin(), entries_.end(),
                                   [&](const Entry& e) { return e.combination == combination; });
   if (entry == entries_.end()) return false;
-  // Auto-repeat looks like a release and a press at the same moment.
-  const bool isRepeat = press.detail == lastReleasedKey_ && press.time == lastReleaseTime_;
-  if (!isRepeat) {
+  if (!repeat_.isRepeat(press)) {
     // The handler may open menus and windows, which must not happen inside the toolkit's reading
     // of its events.
     QMetaObject::invokeMethod(qApp, guard_.wrap([this, token = entry->token] { deliver(token); }),

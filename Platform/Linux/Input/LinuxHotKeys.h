@@ -10,6 +10,7 @@
 
 #include "Platform/HotKeys.h"
 #include "Platform/LifetimeGuard.h"
+#include "Platform/Linux/Input/KeyRepeat.h"
 #include "Platform/Linux/Input/ToolkitEvents.h"
 
 namespace zephyx {
@@ -62,8 +63,7 @@ class LinuxHotKeys : public HotKeys {
   std::map<Combination, int> grabs_;  // how many entries share a grab
   std::uint64_t handlerToken_ = 0;
   std::function<void(HotKeyIdentity)> handler_;
-  xcb_keycode_t lastReleasedKey_ = 0;
-  xcb_timestamp_t lastReleaseTime_ = XCB_CURRENT_TIME;
+  KeyRepeat repeat_;
   ToolkitEvents events_;
   LifetimeGuard guard_;
 };

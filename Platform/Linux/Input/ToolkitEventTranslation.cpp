@@ -49,7 +49,7 @@ std::optional<Event> hostEvent(const QEvent& event) {
       if (isModifierKey(key.key())) return std::nullopt;
       const auto code = macKeyCodeFromX(static_cast<int>(key.nativeScanCode()));
       if (!code) return std::nullopt;
-      return Event{EventType::keyDown, modifierFlags(key.modifiers()), *code};
+      return Event{EventType::keyDown, modifierFlags(key.modifiers()), *code, key.isAutoRepeat()};
     }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:

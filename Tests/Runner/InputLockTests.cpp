@@ -1,0 +1,263 @@
+#include <algorithm>
+
+#include "Platform/Label.h"
+#include "Runner/HotkeyManager.h"
+#include "Runner/InputLockController.h"
+#include "Runner/InputLockMenuItemView.h"
+#include "Tests/Runner/HostTest.h"
+
+namespace zephyx {
+namespace {
+
+using testing::IsEmpty;
+
+constexpr std::uint16_t keyA = 0;
+constexpr std::uint16_t keyK = 40;
+constexpr std::uint16_t keyU = 32;
+constexpr std::uint64_t capsLock = 0x10000;
+constexpr auto controlOptionCommand =
+    eventModifier::control | eventModifier::option | eventModifier::command;
+constexpr const char* keyboardNotice =
+    "Keyboard locked for cleaning — press ⌃⌥⌘K or click the Zephyx menu bar icon to unlock";
+constexpr const char* trackpadNotice = "Trackpad locked for cleaning — press ⌃⌥⌘P to unlock";
+
+class InputLockTest : public HostTest {
+ protected:
+  void SetUp() override {
+    ignoreLog("[InputLock] hotkey");
+    launch();
+  }
+
+  void press(std::uint16_t key, std::uint64_t flags) {
+    desktop.keyboard.press(key, flags);
+    desktop.dispatch.settle();
+  }
+  /// What the panel on the screen says; empty when there is none.
+  std::string notice() {
+    for (const auto& window : desktop.application.simulatedWindows()) {
+      if (!window->isVisible() || !window->contentView()) continue;
+      const auto content = window->contentView()->children().at(0);
+      const auto label = std::dynamic_pointer_cast<Label>(content->children().at(0));
+      if (!label) continue;
+      const auto text = desktop.textMetrics.size(label->text(), {13, FontWeight::semibold});
+      EXPECT_EQ(window->frame().size, (Size{text.width + 40, text.height + 24}));
+      return label->text();
+    }
+    return "";
+  }
+  InputLockMenuItemView& keyboardRow() {
+    for (const auto& item : statusItem().menu()->items()) {
+      if (auto* view = dynamic_cast<InputLockMenuItemView*>(item->view().get())) return *view;
+    }
+    throw std::out_of_range("no row");
+  }
+  std::string trackpadRow() {
+    const auto& items = statusItem().menu()->items();
+    return (*std::find_if(items.begin(), items.end(),
+                          [](const auto& item) { return item->action() == "toggleTrackpadLock"; }))
+        ->properties()
+        .title;
+  }
+  bool keysAreTaken() { return desktop.eventTaps.takes(EventType::keyDown); }
+  bool mouseIsTaken() { return desktop.eventTaps.takes(EventType::leftMouseDown); }
+  void expectUnlocked() {
+    EXPECT_FALSE(desktop.eventTaps.isThere());
+    EXPECT_EQ(notice(), "");
+    EXPECT_FALSE(keyboardRow().toggle()->isOn());
+    EXPECT_EQ(keyboardRow().subtitle(), "⌃⌥⌘K");
+    EXPECT_EQ(trackpadRow(), "Lock Trackpad for Cleaning");
+  }
+  /// The user presses the only button of the question that a lock could not be had.
+  void dismissFailure() {
+    ASSERT_EQ(desktop.alerts.shown().value_or(Alert{}).message, "Could not lock input");
+    desktop.alerts.press(0);
+    desktop.dispatch.settle();
+  }
+};
+
+TEST_F(InputLockTest, TakesOutEveryKindOfEventOfItsTarget) {
+  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::keyboard), 0x5C00u);
+  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::trackpad), 0x0E4000FEu);
+}
+
+TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
+  struct Case {
+    std::uint16_t key;
+    std::uint64_t flags;
+    bool unlocks;
+  };
+  const std::vector<Case> cases = {
+      {keyK, controlOptionCommand, true},
+      {keyK, controlOptionCommand | capsLock, true},
+      {keyK, controlOptionCommand | eventModifier::shift, false},
+      {keyK, controlOptionCommand & ~eventModifier::option, false},
+      {keyK, 0, false},
+      {keyA, controlOptionCommand, false},
+  };
+  for (const auto& [key, flags, unlocks] : cases) {
+    SCOPED_TRACE(testing::Message() << key << ", " << flags);
+    switchToEditor();
+    pressHotkey(HotkeyID::keyboardLock);
+    EXPECT_TRUE(keysAreTaken());
+    EXPECT_FALSE(mouseIsTaken());
+    EXPECT_EQ(notice(), keyboardNotice);
+    EXPECT_TRUE(keyboardRow().toggle()->isOn());
+    EXPECT_EQ(keyboardRow().subtitle(), "Locked — press ⌃⌥⌘K or turn off here");
+    press(keyA, 0);
+    press(key, flags);
+    EXPECT_EQ(keysAreTaken(), !unlocks);
+    if (!unlocks) press(keyK, controlOptionCommand);
+    expectUnlocked();
+  }
+  EXPECT_EQ(editor->text, "");
+  press(keyA, 0);
+  EXPECT_EQ(editor->text, "a");
+}
+
+TEST_F(InputLockTest, AHotkeyThatStaysDownDoesNotUnlock) {
+  pressHotkey(HotkeyID::keyboardLock);
+  desktop.keyboard.repeat(keyK, controlOptionCommand);
+  desktop.dispatch.settle();
+  EXPECT_TRUE(keysAreTaken());
+}
+
+TEST_F(InputLockTest, AChangedHotkeyIsTheOneThatUnlocksAndThatTheUserIsTold) {
+  HotkeyManager::shared().set(HotkeyID::keyboardLock, {keyU, 0x1300}, desktop.userDefaults);
+  press(keyU, eventModifier::control | eventModifier::shift | eventModifier::command);
+  EXPECT_EQ(
+      notice(),
+      "Keyboard locked for cleaning — press ⌃⇧⌘U or click the Zephyx menu bar icon to unlock");
+  press(keyK, controlOptionCommand);
+  EXPECT_TRUE(keysAreTaken());
+  press(keyU, eventModifier::control | eventModifier::shift | eventModifier::command);
+  EXPECT_FALSE(keysAreTaken());
+  EXPECT_EQ(keyboardRow().subtitle(), "⌃⇧⌘U");
+}
+
+TEST_F(InputLockTest, ALockedTrackpadLeavesTheKeyboardAndItsHotkey) {
+  switchToEditor();
+  pressHotkey(HotkeyID::trackpadLock);
+  EXPECT_TRUE(mouseIsTaken());
+  EXPECT_EQ(notice(), trackpadNotice);
+  EXPECT_EQ(trackpadRow(), "Trackpad locked — press ⌃⌥⌘P to unlock");
+  press(keyA, 0);
+  EXPECT_EQ(editor->text, "a");
+  pressHotkey(HotkeyID::keyboardLock);
+  EXPECT_FALSE(keysAreTaken());
+  EXPECT_EQ(notice(), trackpadNotice);
+  pressHotkey(HotkeyID::trackpadLock);
+  expectUnlocked();
+}
+
+TEST_F(InputLockTest, TheMenuLocksAndUnlocksAndClosesForIt) {
+  statusItem().openMenu();
+  keyboardRow().toggle()->toggle();
+  EXPECT_FALSE(statusItem().menuIsOpen());
+  EXPECT_FALSE(keysAreTaken());
+  desktop.dispatch.settle();
+  EXPECT_TRUE(keysAreTaken());
+  statusItem().openMenu();
+  ASSERT_TRUE(statusItem().choose("toggleTrackpadLock"));
+  desktop.dispatch.settle();
+  EXPECT_TRUE(keysAreTaken());
+  EXPECT_FALSE(mouseIsTaken());
+  statusItem().openMenu();
+  keyboardRow().toggle()->toggle();
+  desktop.dispatch.settle();
+  expectUnlocked();
+  statusItem().openMenu();
+  ASSERT_TRUE(statusItem().choose("toggleTrackpadLock"));
+  desktop.dispatch.settle();
+  EXPECT_TRUE(mouseIsTaken());
+}
+
+TEST_F(InputLockTest, WithoutPermissionTheUserIsToldWhereToGiveIt) {
+  desktop.accessibility.setTrusted(false);
+  statusItem().openMenu();
+  keyboardRow().toggle()->toggle();
+  desktop.dispatch.settle();
+  expectUnlocked();
+  const auto alert = desktop.alerts.shown();
+  ASSERT_TRUE(alert);
+  EXPECT_EQ(alert->message, "Accessibility permission needed");
+  EXPECT_EQ(desktop.accessibility.promptCount(), 1);
+  desktop.alerts.press(1);
+  desktop.dispatch.settle();
+  EXPECT_THAT(desktop.workspace.openedUrls(), IsEmpty());
+  pressHotkey(HotkeyID::trackpadLock);
+  desktop.alerts.press(0);
+  desktop.dispatch.settle();
+  EXPECT_THAT(desktop.workspace.openedUrls(),
+              testing::ElementsAre(
+                  "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
+  expectUnlocked();
+}
+
+TEST_F(InputLockTest, ARefusedTapIsReportedAtOnceAndABusyOneAfterAWhile) {
+  InputLockController controller(desktop.platform());
+  int changes = 0;
+  controller.onStateChange = [&] { ++changes; };
+  controller.unlock();
+  desktop.eventTaps.setBusy(true);
+  controller.lock(InputLockTarget::trackpad);
+  desktop.dispatch.advance(1.9);
+  EXPECT_FALSE(desktop.alerts.shown());
+  desktop.dispatch.advance(0.2);
+  dismissFailure();
+  desktop.eventTaps.refuse();
+  controller.lock(InputLockTarget::keyboard);
+  desktop.dispatch.settle();
+  dismissFailure();
+  EXPECT_FALSE(controller.activeLock());
+  EXPECT_EQ(changes, 0);
+  EXPECT_EQ(notice(), "");
+}
+
+TEST_F(InputLockTest, ADeviceThatIsBusyIsLockedOnceItIsFreeUnlessTheUserCallsItOff) {
+  desktop.eventTaps.setBusy(true);
+  pressHotkey(HotkeyID::trackpadLock);
+  desktop.dispatch.advance(1);
+  EXPECT_EQ(notice(), "");
+  desktop.eventTaps.setBusy(false);
+  desktop.dispatch.advance(0.06);
+  EXPECT_TRUE(mouseIsTaken());
+  EXPECT_EQ(notice(), trackpadNotice);
+  pressHotkey(HotkeyID::trackpadLock);
+
+  desktop.eventTaps.setBusy(true);
+  pressHotkey(HotkeyID::trackpadLock);
+  desktop.dispatch.advance(0.5);
+  pressHotkey(HotkeyID::trackpadLock);
+  desktop.eventTaps.setBusy(false);
+  desktop.dispatch.advance(3);
+  expectUnlocked();
+  EXPECT_FALSE(desktop.alerts.shown());
+}
+
+TEST_F(InputLockTest, ADisabledTapIsEnabledAgainAndOneThatCannotBeIsNoLock) {
+  for (const auto reason : {EventType::tapDisabledByTimeout, EventType::tapDisabledByUserInput}) {
+    pressHotkey(HotkeyID::keyboardLock);
+    desktop.eventTaps.disable(reason);
+    EXPECT_TRUE(keysAreTaken());
+    desktop.eventTaps.setBusy(true);
+    desktop.eventTaps.disable(reason);
+    desktop.dispatch.advance(1);
+    desktop.eventTaps.setBusy(false);
+    desktop.dispatch.advance(0.06);
+    EXPECT_TRUE(keysAreTaken());
+    desktop.eventTaps.setBusy(true);
+    desktop.eventTaps.disable(reason);
+    desktop.dispatch.advance(1.9);
+    EXPECT_EQ(notice(), keyboardNotice);
+    desktop.dispatch.advance(0.2);
+    expectUnlocked();
+    desktop.eventTaps.setBusy(false);
+  }
+  pressHotkey(HotkeyID::trackpadLock);
+  desktop.eventTaps.invalidate();
+  desktop.dispatch.settle();
+  expectUnlocked();
+}
+
+}  // namespace
+}  // namespace zephyx
