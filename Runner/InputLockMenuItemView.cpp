@@ -5,7 +5,7 @@
 namespace zephyx {
 namespace {
 
-constexpr Size rowSize{280, 48};
+constexpr Size rowSize{320, 48};
 constexpr double margin = 16;
 constexpr double gap = 8;  // between the texts and the switch
 constexpr Size switchSize{46, 30};
