@@ -29,8 +29,8 @@ void receive(const std::shared_ptr<const Receiver>& receiver, BytesView message,
     reply(StandardMethodCodec::encodeReply(malformed(malformedCall)));
     return;
   }
-  receiver->handler(*std::move(call),
-                    MethodResult(call->method, std::move(reply), {receiver, &receiver->log}));
+  MethodResult result(call->method, std::move(reply), {receiver, &receiver->log});
+  receiver->handler(*std::move(call), std::move(result));
 }
 
 }  // namespace
