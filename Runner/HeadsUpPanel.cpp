@@ -1,7 +1,5 @@
 #include "Runner/HeadsUpPanel.h"
 
-#include <utility>
-
 #include "Platform/Application.h"
 #include "Platform/Canvas.h"
 #include "Platform/Dispatch.h"
@@ -36,7 +34,8 @@ class Card final : public View {
 
 }  // namespace
 
-HeadsUpPanel::HeadsUpPanel(Platform& platform, std::shared_ptr<View> content, double cornerRadius)
+HeadsUpPanel::HeadsUpPanel(Platform& platform, const std::shared_ptr<View>& content,
+                           double cornerRadius)
     : platform_(platform),
       card_(std::make_shared<Card>(content, cornerRadius)),
       window_(platform.application().makeWindow({

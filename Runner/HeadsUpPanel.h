@@ -16,7 +16,7 @@ class Window;
 class HeadsUpPanel {
  public:
   /// The card is as large as `content`, which is drawn in white.
-  HeadsUpPanel(Platform& platform, std::shared_ptr<View> content, double cornerRadius);
+  HeadsUpPanel(Platform& platform, const std::shared_ptr<View>& content, double cornerRadius);
   HeadsUpPanel(const HeadsUpPanel&) = delete;
   HeadsUpPanel& operator=(const HeadsUpPanel&) = delete;
   ~HeadsUpPanel();

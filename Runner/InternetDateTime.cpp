@@ -35,13 +35,13 @@ class Reader {
   /// The digits behind a decimal point, as a fraction of one.
   double fraction() {
     double value = 0;
-    double unit = 0.1;
-    const auto before = rest_.size();
-    for (; !rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9'; unit /= 10) {
+    double unit = 1;
+    while (!rest_.empty() && rest_.front() >= '0' && rest_.front() <= '9') {
+      unit /= 10;
       value += unit * (rest_.front() - '0');
       rest_.remove_prefix(1);
     }
-    if (rest_.size() == before) fail();
+    if (unit == 1) fail();
     return value;
   }
 
