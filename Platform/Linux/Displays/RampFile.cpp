@@ -5,8 +5,6 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QDataStream>
 #include <QtCore/QFile>
-#include <QtCore/QList>
-#include <QtCore/QMap>
 #include <utility>
 
 #include "Platform/PrivateFile.h"
@@ -15,16 +13,21 @@ namespace zephyx {
 namespace {
 
 constexpr auto streamVersion = QDataStream::Qt_6_0;
+/// The longest that a server's ramp can be. A damaged file must not cost memory.
+constexpr quint32 maximumLevels = 65'536;
 
-using Levels = QList<quint16>;
-using StoredRamps = QMap<quint32, QList<Levels>>;
-
-Levels stored(const std::vector<std::uint16_t>& channel) {
-  return {channel.begin(), channel.end()};
+void writeChannel(QDataStream& stream, const std::vector<std::uint16_t>& channel) {
+  stream << static_cast<quint32>(channel.size());
+  for (const auto level : channel) stream << level;
 }
 
-std::vector<std::uint16_t> channel(const Levels& levels) {
-  return {levels.begin(), levels.end()};
+std::vector<std::uint16_t> readChannel(QDataStream& stream) {
+  quint32 size = 0;
+  stream >> size;
+  if (size > maximumLevels) stream.setStatus(QDataStream::ReadCorruptData);
+  std::vector<std::uint16_t> channel(stream.status() == QDataStream::Ok ? size : 0);
+  for (auto& level : channel) stream >> level;
+  return channel;
 }
 
 }  // namespace
@@ -36,14 +39,16 @@ RampFile::Ramps RampFile::read() const {
   if (path_.empty() || !file.open(QIODevice::ReadOnly)) return {};
   QDataStream stream(&file);
   stream.setVersion(streamVersion);
-  StoredRamps all;
-  stream >> all;
-  if (stream.status() != QDataStream::Ok) return {};
+  quint32 count = 0;
+  stream >> count;
   Ramps ramps;
-  for (auto each = all.cbegin(); each != all.cend(); ++each) {
-    if (each->size() != 3) return {};
-    ramps[each.key()] = {channel(each->at(0)), channel(each->at(1)), channel(each->at(2))};
+  for (; count > 0 && stream.status() == QDataStream::Ok; --count) {
+    quint32 display = 0;
+    stream >> display;
+    auto& ramp = ramps[display];
+    for (auto* channel : {&ramp.red, &ramp.green, &ramp.blue}) *channel = readChannel(stream);
   }
+  if (stream.status() != QDataStream::Ok) return {};
   return ramps;
 }
 
@@ -53,14 +58,14 @@ void RampFile::write(const Ramps& ramps) const {
     unlink(path_.c_str());
     return;
   }
-  StoredRamps all;
-  for (const auto& [display, ramp] : ramps) {
-    all[display] = {stored(ramp.red), stored(ramp.green), stored(ramp.blue)};
-  }
   QByteArray bytes;
   QDataStream stream(&bytes, QIODevice::WriteOnly);
   stream.setVersion(streamVersion);
-  stream << all;
+  stream << static_cast<quint32>(ramps.size());
+  for (const auto& [display, ramp] : ramps) {
+    stream << display;
+    for (const auto* channel : {&ramp.red, &ramp.green, &ramp.blue}) writeChannel(stream, *channel);
+  }
   writePrivateFile(path_, {reinterpret_cast<const std::uint8_t*>(bytes.constData()),
                            static_cast<std::size_t>(bytes.size())});
 }
