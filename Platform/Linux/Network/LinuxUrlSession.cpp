@@ -1,12 +1,11 @@
 #include "Platform/Linux/Network/LinuxUrlSession.h"
 
 #include <QtNetwork/QNetworkAccessManager>
-#include <QtNetwork/QSslCertificate>
 #include <QtNetwork/QSslConfiguration>
-#include <cstdlib>
 #include <optional>
 #include <utility>
 
+#include "Platform/Linux/Network/TlsConfiguration.h"
 #include "Platform/Linux/Network/UrlTransfer.h"
 
 namespace zephyx {
@@ -14,8 +13,6 @@ namespace zephyx {
 /// The network thread's side: what the requests share.
 class LinuxUrlSession::Worker final : public QObject {
  public:
-  explicit Worker(QString certificates) : certificates_(std::move(certificates)) {}
-
   ~Worker() override {
     const auto transfers = children();
     qDeleteAll(transfers);  // before what they run on
@@ -30,18 +27,14 @@ class LinuxUrlSession::Worker final : public QObject {
  private:
   void prepare() {
     network_.emplace();
-    configuration_ = QSslConfiguration::defaultConfiguration();
-    if (!certificates_.isEmpty()) {
-      configuration_.addCaCertificates(QSslCertificate::fromPath(certificates_, QSsl::Pem));
-    }
+    configuration_ = tlsConfiguration();
   }
 
-  const QString certificates_;
   std::optional<QNetworkAccessManager> network_;
   QSslConfiguration configuration_;
 };
 
-LinuxUrlSession::LinuxUrlSession() : worker_(new Worker(qEnvironmentVariable("SSL_CERT_FILE"))) {
+LinuxUrlSession::LinuxUrlSession() : worker_(new Worker) {
   thread_.setObjectName("network");
   worker_->moveToThread(&thread_);
   QObject::connect(&thread_, &QThread::finished, worker_, &QObject::deleteLater);
