@@ -4,22 +4,15 @@
 #include <utility>
 
 #include "Screens/Prompts.h"
+#include "Screens/TranslateMessages.h"
 
 namespace zephyx {
 namespace {
 
 // To the host.
-constexpr auto tokenMethod = "headlessTranslateToken";
-constexpr auto doneMethod = "headlessTranslateDone";
-constexpr auto errorMethod = "headlessTranslateError";
-
-constexpr qsizetype longestText = 200'000;
-
-QString textArgument(const Map& map, std::string_view key) {
-  const Value* value = map.find(key);
-  const auto* text = value ? value->asString() : nullptr;
-  return text ? QString::fromStdString(*text) : QString();
-}
+constexpr auto headlessTokenMethod = "headlessTranslateToken";
+constexpr auto headlessDoneMethod = "headlessTranslateDone";
+constexpr auto headlessErrorMethod = "headlessTranslateError";
 
 }  // namespace
 
@@ -41,9 +34,9 @@ void TextGenerator::translate(const Value& arguments) {
   cancel();
   const QString text = textArgument(*map, "text");
   if (text.trimmed().isEmpty()) return fail(*gen, "empty", tr("There is no text to work on."));
-  if (text.size() > longestText)
+  if (text.size() > longestSourceText)
     return fail(*gen, "too_long",
-                tr("The text is too long: %1 characters at most.").arg(longestText));
+                tr("The text is too long: %1 characters at most.").arg(longestSourceText));
   const auto endpoint = settings_.endpoint();
   if (!endpoint) return fail(*gen, "not_configured", tr("No AI server is set up yet."));
   if (const auto* problem = std::get_if<QString>(&*endpoint))
@@ -71,11 +64,11 @@ void TextGenerator::start(const ChatServer& server, const Request& request) {
   const std::int64_t gen = request.gen;
   stream_ = new ChatStream(network_, server, request.messages, patience_, this);
   connect(stream_, &ChatStream::token, this, [this, gen](const QString& text) {
-    channel_.invokeMethod(tokenMethod, Map{{"token", text.toStdString()}, {"gen", gen}});
+    channel_.invokeMethod(headlessTokenMethod, Map{{"token", text.toStdString()}, {"gen", gen}});
   });
   connect(stream_, &ChatStream::finished, this, [this, gen] {
     cancel();
-    channel_.invokeMethod(doneMethod, Map{{"gen", gen}});
+    channel_.invokeMethod(headlessDoneMethod, Map{{"gen", gen}});
   });
   connect(stream_, &ChatStream::failed, this,
           [this, gen](const QString& code, const QString& message) {
@@ -93,7 +86,7 @@ void TextGenerator::cancel() {
 }
 
 void TextGenerator::fail(std::int64_t gen, const char* code, const QString& message) {
-  channel_.invokeMethod(errorMethod,
+  channel_.invokeMethod(headlessErrorMethod,
                         Map{{"message", message.toStdString()}, {"code", code}, {"gen", gen}});
 }
 

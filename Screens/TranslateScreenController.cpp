@@ -6,6 +6,7 @@
 #include "Screens/CardFrames.h"
 #include "Screens/Prompts.h"
 #include "Screens/ScreenFolder.h"
+#include "Screens/TranslateMessages.h"
 
 namespace zephyx {
 namespace {
@@ -34,23 +35,15 @@ constexpr auto requestAccessibilityMethod = "translateRequestAccessibility";
 constexpr auto notTrusted = "notTrusted";
 constexpr auto translateMode = "translate";
 constexpr auto improveMode = "improve";
-// Showing and editing longer texts would no longer be fluent.
-constexpr qsizetype longestText = 200'000;
 // One picture's time: pieces that come faster are shown together.
 constexpr auto pendingDelay = std::chrono::milliseconds(15);
-
-QString textArgument(const Map& map, std::string_view key) {
-  const Value* value = map.find(key);
-  const auto* text = value ? value->asString() : nullptr;
-  return text ? QString::fromStdString(*text) : QString();
-}
 
 }  // namespace
 
 TranslateScreenController::TranslateScreenController(ScreenServices services)
     : settings_(services.userDefaults),
       writeClipboardText_(services.writeClipboardText),
-      pasteShortcut_(services.readClipboardText, longestText,
+      pasteShortcut_(services.readClipboardText, longestSourceText,
                      [this] { setMessage(tr("The clipboard holds more than fits in here.")); }),
       channel_(services.messenger, screenChannelName, reportToLog),
       updates_(channel_) {
@@ -109,9 +102,9 @@ void TranslateScreenController::show(const Map& message) {
   if (const QString mode = textArgument(message, "mode"); !mode.isEmpty()) session.mode = mode;
   if (const QString source = textArgument(message, "source"); !source.isEmpty())
     session.source = source;
-  const bool tooLong = session.text.size() > longestText;
+  const bool tooLong = session.text.size() > longestSourceText;
   if (tooLong) {
-    session.text.truncate(longestText);
+    session.text.truncate(longestSourceText);
     session.phase = TranslatePhase::failed;
     session.errorCode = QStringLiteral("too_long");
     session.errorMessage = tr("The text is too long. Select less of it, or shorten it here.");

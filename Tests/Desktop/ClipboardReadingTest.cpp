@@ -13,8 +13,6 @@ namespace {
 using namespace std::chrono_literals;
 using Types = std::vector<std::string>;
 
-constexpr std::size_t twentyMegabytes = 20'000'000;
-
 struct Copied {
   const char* name;
   ClipboardProgram::Formats formats;

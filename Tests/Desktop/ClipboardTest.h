@@ -21,6 +21,7 @@ namespace zephyx {
 class ClipboardTest : public testing::Test {
  protected:
   using Clock = std::chrono::steady_clock;
+  static constexpr std::size_t twentyMegabytes = 20'000'000;
 
   struct Shown {
     std::int64_t changeCount;

@@ -14,8 +14,6 @@ namespace {
 using namespace std::chrono_literals;
 using Types = std::vector<std::string>;
 
-constexpr std::size_t twentyMegabytes = 20'000'000;
-
 class EncodedImage final : public Image {
  public:
   Size size() const override { return {}; }

@@ -5,18 +5,13 @@
 #include <xcb/xtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <memory>
 #include <stdexcept>
 #include <string_view>
 
+#include "Tests/Desktop/XcbReply.h"
+
 namespace zephyx {
 namespace {
-
-template <typename T>
-std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
-  return {reply, &std::free};
-}
 
 std::uint8_t keyCodeOf(char character) {
   static constexpr std::string_view rows[] = {"1234567890-=", "qwertyuiop[]", "asdfghjkl;'",

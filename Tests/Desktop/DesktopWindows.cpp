@@ -4,24 +4,14 @@
 #include <xcb/xcb.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 #include <set>
 #include <stdexcept>
 
 #include "Tests/Desktop/WaitFor.h"
+#include "Tests/Desktop/XcbReply.h"
 
 namespace zephyx {
-namespace {
-
-template <typename T>
-std::unique_ptr<T, decltype(&std::free)> owned(T* reply) {
-  return {reply, &std::free};
-}
-
-}  // namespace
-
 DesktopWindows::DesktopWindows(const std::string& display)
     : connection_(xcb_connect(display.c_str(), nullptr)) {
   if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server " + display);

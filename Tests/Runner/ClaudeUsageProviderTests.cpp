@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "Runner/ClaudeUsageProvider.h"
+#include "Tests/Runner/HostTest.h"
 #include "Tests/Simulated/SimulatedDesktop.h"
 
 namespace zephyx {
@@ -18,10 +19,6 @@ using testing::SizeIs;
 constexpr const char* ownItem = "net.quillon.app.claude-usage-token";
 constexpr const char* toolItem = "Claude Code-credentials";
 constexpr const char* usageBody = R"({"five_hour": {"utilization": 25}})";
-
-Bytes bytesOf(const std::string& text) {
-  return {text.begin(), text.end()};
-}
 
 class ClaudeUsageProviderTest : public testing::Test {
  protected:

@@ -15,7 +15,7 @@ constexpr std::uint16_t keyA = 0;
 constexpr std::uint16_t keyK = 40;
 constexpr std::uint16_t keyU = 32;
 constexpr std::uint64_t capsLock = 0x10000;
-constexpr auto controlOptionCommand =
+constexpr auto lockModifiers =
     eventModifier::control | eventModifier::option | eventModifier::command;
 constexpr const char* keyboardNotice =
     "Keyboard locked for cleaning — press ⌃⌥⌘K or click the Zephyx menu bar icon to unlock";
@@ -87,12 +87,12 @@ TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
     bool unlocks;
   };
   const std::vector<Case> cases = {
-      {keyK, controlOptionCommand, true},
-      {keyK, controlOptionCommand | capsLock, true},
-      {keyK, controlOptionCommand | eventModifier::shift, false},
-      {keyK, controlOptionCommand & ~eventModifier::option, false},
+      {keyK, lockModifiers, true},
+      {keyK, lockModifiers | capsLock, true},
+      {keyK, lockModifiers | eventModifier::shift, false},
+      {keyK, lockModifiers & ~eventModifier::option, false},
       {keyK, 0, false},
-      {keyA, controlOptionCommand, false},
+      {keyA, lockModifiers, false},
   };
   for (const auto& [key, flags, unlocks] : cases) {
     SCOPED_TRACE(testing::Message() << key << ", " << flags);
@@ -106,7 +106,7 @@ TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
     press(keyA, 0);
     press(key, flags);
     EXPECT_EQ(keysAreTaken(), !unlocks);
-    if (!unlocks) press(keyK, controlOptionCommand);
+    if (!unlocks) press(keyK, lockModifiers);
     expectUnlocked();
   }
   EXPECT_EQ(editor->text, "");
@@ -116,7 +116,7 @@ TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
 
 TEST_F(InputLockTest, AHotkeyThatStaysDownDoesNotUnlock) {
   pressHotkey(HotkeyID::keyboardLock);
-  desktop.keyboard.repeat(keyK, controlOptionCommand);
+  desktop.keyboard.repeat(keyK, lockModifiers);
   desktop.dispatch.settle();
   EXPECT_TRUE(keysAreTaken());
 }
@@ -127,7 +127,7 @@ TEST_F(InputLockTest, AChangedHotkeyIsTheOneThatUnlocksAndThatTheUserIsTold) {
   EXPECT_EQ(
       notice(),
       "Keyboard locked for cleaning — press ⌃⇧⌘U or click the Zephyx menu bar icon to unlock");
-  press(keyK, controlOptionCommand);
+  press(keyK, lockModifiers);
   EXPECT_TRUE(keysAreTaken());
   press(keyU, eventModifier::control | eventModifier::shift | eventModifier::command);
   EXPECT_FALSE(keysAreTaken());

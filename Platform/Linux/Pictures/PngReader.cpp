@@ -5,24 +5,20 @@
 #include <cstring>
 #include <exception>
 
+#include "Platform/Linux/Pictures/PngErrors.h"
+
 namespace zephyx {
 
 namespace {
 
-constexpr std::uint8_t signature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
-
-void ignoreWarning(png_structp, png_const_charp) {}
-
-void jumpBack(png_structp png, png_const_charp) {
-  png_longjmp(png, 1);
-}
+constexpr std::uint8_t pngSignature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1a, '\n'};
 
 }  // namespace
 
 PngReader::PngReader(const PngChunks& chunks) : chunks_(chunks) {
   pending_.assign(chunks.header.rbegin(), chunks.header.rend());
-  pending_.emplace_back(signature);
-  png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpBack, ignoreWarning);
+  pending_.emplace_back(pngSignature);
+  png_ = png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpOnPngError, ignorePngWarning);
   if (png_) info_ = png_create_info_struct(png_);
 }
 

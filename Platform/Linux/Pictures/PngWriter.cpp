@@ -5,6 +5,7 @@
 #include <cstring>
 #include <new>
 
+#include "Platform/Linux/Pictures/PngErrors.h"
 #include "Platform/Linux/Pictures/ZlibEncoder.h"
 
 namespace zephyx {
@@ -13,12 +14,6 @@ namespace {
 
 constexpr std::size_t bandBytes = 256 * 1024;  // filtered and packed at a time
 constexpr std::uint8_t filterUp = 2;
-
-void ignoreWarning(png_structp, png_const_charp) {}
-
-void jumpBack(png_structp png, png_const_charp) {
-  png_longjmp(png, 1);
-}
 
 void subtract(const std::uint8_t* __restrict row, const std::uint8_t* __restrict above,
               std::uint8_t* __restrict to, std::size_t bytes) {
@@ -35,7 +30,7 @@ void subtract(const std::uint8_t* __restrict row, const std::uint8_t* __restrict
 }  // namespace
 
 PngWriter::PngWriter(const QImage& image) : image_(image) {
-  png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpBack, ignoreWarning);
+  png_ = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, jumpOnPngError, ignorePngWarning);
   if (png_) info_ = png_create_info_struct(png_);
 }
 
