@@ -56,7 +56,7 @@ void MethodResult::answer(const MethodReply& reply) {
 void MethodResult::drop() {
   if (!reply_) return;
   log_->report("call dropped unanswered", method_.text());
-  notImplemented();
+  std::exchange(reply_, nullptr)({});  // no bytes: not implemented
 }
 
 }  // namespace zephyx
