@@ -15,13 +15,15 @@ constexpr auto resetAllMethod = "hotkeysResetAll";
 constexpr auto startRecordingMethod = "hotkeyStartRecording";
 constexpr auto cancelRecordingMethod = "hotkeyCancelRecording";
 
+constexpr std::int64_t openerId = 1;
+
 struct Purpose {
   std::int64_t id;
   const char* name;
   const char* words;
 };
 constexpr Purpose purposes[] = {
-    {1, "Show Zephyx", "Opens the notes, or hides them."},
+    {openerId, "Show Zephyx", "Opens the notes, or hides them."},
     {2, "Clipboard panel", "Shows what was copied, ready to be pasted."},
     {3, "Translate", "Translates the selected text."},
     {4, "Correct spelling", "Corrects the selected text."},
@@ -104,6 +106,11 @@ QHash<int, QByteArray> HotkeySettings::roleNames() const {
 
 bool HotkeySettings::allUsual() const {
   return std::all_of(rows_.begin(), rows_.end(), [](const Row& row) { return row.usual; });
+}
+
+QString HotkeySettings::opener() const {
+  const int row = rowOf(openerId);
+  return row < 0 ? QString() : rows_[static_cast<std::size_t>(row)].keys.join('+');
 }
 
 int HotkeySettings::rowOf(std::int64_t id) const {

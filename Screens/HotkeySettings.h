@@ -22,6 +22,7 @@ class HotkeySettings : public QAbstractListModel {
   QML_UNCREATABLE("made by the program")
   Q_PROPERTY(bool recording READ isRecording NOTIFY recordingChanged)
   Q_PROPERTY(bool allUsual READ allUsual NOTIFY hotkeysChanged)
+  Q_PROPERTY(QString opener READ opener NOTIFY hotkeysChanged)
 
  public:
   enum Role {
@@ -44,6 +45,8 @@ class HotkeySettings : public QAbstractListModel {
 
   bool isRecording() const { return recordingRow_ >= 0; }
   bool allUsual() const;
+  /// The combination that shows the program, "Shift+Super+Space"; empty before the host has told.
+  QString opener() const;
 
   /// Asks the host: the keys' names follow the keyboard's layout.
   Q_INVOKABLE void refresh();

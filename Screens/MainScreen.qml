@@ -19,8 +19,8 @@ FocusScope {
 
     Keys.onPressed: event => {
         event.accepted = true
-        if (screen.settings.isSettingsShortcut(event.key, event.modifiers)) {
-            screen.showsSettings = true
+        if (screen.openSettingsBy(event.key, event.modifiers)) {
+            return
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
             screen.newNote()
             editor.take()
@@ -38,6 +38,11 @@ FocusScope {
     Connections {
         target: root.screen
         function onPageChanged() { if (!root.screen.showsSettings) editor.take() }
+    }
+
+    DesktopNotices {
+        id: notices
+        screen: root.screen
     }
 
     Rectangle {
@@ -74,6 +79,9 @@ FocusScope {
             implicitHeight: 34
             placeholder: "Search"
             onTextChanged: root.screen.searchText = text
+            input.Keys.priority: Keys.BeforeItem
+            input.Keys.onPressed: event =>
+                event.accepted = root.screen.openSettingsBy(event.key, event.modifiers)
             input.Keys.onEscapePressed: event => {
                 if (text.length > 0) input.clear(); else editor.take()
             }
@@ -91,7 +99,7 @@ FocusScope {
             objectName: "notes"
             anchors {
                 left: parent.left; right: parent.right; top: search.bottom
-                bottom: update.visible ? update.top : rule.top
+                bottom: noticeCards.top
                 leftMargin: 8; rightMargin: 8; topMargin: 10; bottomMargin: 4
             }
             clip: true
@@ -113,6 +121,28 @@ FocusScope {
             text: search.text.length > 0 ? "No note has this" : "No notes yet"
             color: Theme.textFaint
             font.pixelSize: Theme.smallSize
+        }
+        Column {
+            id: noticeCards
+            anchors {
+                left: parent.left; right: parent.right
+                bottom: update.visible ? update.top : rule.top
+                leftMargin: 12; rightMargin: 12; bottomMargin: 8
+            }
+            spacing: 8
+
+            Repeater {
+                objectName: "notices"
+                model: notices.unread
+                NoticeCard {
+                    required property var modelData
+                    width: noticeCards.width
+                    title: modelData.title
+                    text: modelData.text
+                    opensMenu: modelData.opensMenu
+                    onDismissed: root.screen.settings.dismissNotice(modelData.id)
+                }
+            }
         }
         UpdateChip {
             id: update
@@ -158,7 +188,7 @@ FocusScope {
         Loader {
             anchors.fill: parent
             active: root.screen.showsSettings
-            sourceComponent: SettingsPage { screen: root.screen }
+            sourceComponent: SettingsPage { screen: root.screen; notices: notices.found }
         }
         MessageBar {
             anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 16 }
@@ -179,6 +209,9 @@ FocusScope {
                 { label: "Export all notes…", symbol: "open", action: () => root.screen.exportNotes() },
                 { label: "Import notes…", symbol: "file", action: () => root.screen.importNotes() },
                 { label: "Settings", symbol: "sliders", action: () => root.screen.showsSettings = true },
+                ...(notices.trayless
+                    ? [{ label: "Tray icon’s menu", symbol: "menu", action: () => desktop.openMenu() }]
+                    : []),
                 { label: "Quit Zephyx", symbol: "close", action: () => root.screen.quit() }
             ]
             onClosed: { menu.active = false; editor.take() }

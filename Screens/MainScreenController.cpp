@@ -241,6 +241,12 @@ void MainScreenController::setShowsSettings(bool shows) {
   if (std::exchange(showsSettings_, shows) != shows) emit pageChanged();
 }
 
+bool MainScreenController::openSettingsBy(int key, int modifiers) {
+  if (!settings_.isSettingsShortcut(key, modifiers)) return false;
+  setShowsSettings(true);
+  return true;
+}
+
 void MainScreenController::exportNotes() {
   filePanel_.chooseForSaving(tr("Export all notes"), QStringLiteral("Notes.json"),
                              guard_.wrap([this](const QString& path) { exportTo(path); }));

@@ -63,6 +63,8 @@ class MainScreenController : public QObject {
   QString message() const { return message_; }
   bool canUndo() const { return deleted_.has_value(); }
 
+  /// Shows the settings when these keys are their shortcut.
+  Q_INVOKABLE bool openSettingsBy(int key, int modifiers);
   /// The picture has an editor that inserts what `textPasted` brings.
   Q_INVOKABLE void setHasEditor(bool hasEditor) { hasEditor_ = hasEditor; }
   /// The answer to `selectionWanted`.

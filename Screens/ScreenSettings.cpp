@@ -14,6 +14,7 @@ namespace {
 
 constexpr auto historyLimitKey = "flutter.clipboardHistoryLimit";
 constexpr auto settingsShortcutKey = "flutter.localShortcut.openSettings.v1";
+constexpr auto dismissedNoticesKey = "flutter.dismissedNotices";
 constexpr auto shortcutUseKey = "flutter.shortcutUse.";
 constexpr auto translateDirectionKey = "flutter.ai.translateDirection";
 constexpr auto improveToneKey = "flutter.ai.improveTone";
@@ -143,6 +144,19 @@ void ScreenSettings::setTranslateWide(bool wide) {
   if (wide == translateWide()) return;
   userDefaults_.setString(translateWideKey, wide ? "yes" : "no");
   emit translateWideChanged();
+}
+
+QStringList ScreenSettings::dismissedNotices() const {
+  return QString::fromStdString(userDefaults_.string(dismissedNoticesKey).value_or(""))
+      .split(' ', Qt::SkipEmptyParts);
+}
+
+void ScreenSettings::dismissNotice(const QString& id) {
+  auto ids = dismissedNotices();
+  if (ids.contains(id)) return;
+  ids << id;
+  userDefaults_.setString(dismissedNoticesKey, ids.join(' ').toStdString());
+  emit dismissedNoticesChanged();
 }
 
 void ScreenSettings::countShortcutUse(std::int64_t id) {

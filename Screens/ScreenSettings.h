@@ -18,6 +18,7 @@ class ScreenSettings : public QObject {
   Q_PROPERTY(int historyLimit READ historyLimit WRITE setHistoryLimit NOTIFY historyLimitChanged)
   Q_PROPERTY(QString settingsShortcut READ settingsShortcut NOTIFY settingsShortcutChanged)
   Q_PROPERTY(bool hasSettingsShortcut READ hasSettingsShortcut NOTIFY settingsShortcutChanged)
+  Q_PROPERTY(QStringList dismissedNotices READ dismissedNotices NOTIFY dismissedNoticesChanged)
   Q_PROPERTY(bool translateWide READ translateWide NOTIFY translateWideChanged)
 
  public:
@@ -46,12 +47,17 @@ class ScreenSettings : public QObject {
   bool translateWide() const;
   void setTranslateWide(bool wide);
 
+  /// What the user has read about this desktop and does not want to see again.
+  QStringList dismissedNotices() const;
+  Q_INVOKABLE void dismissNotice(const QString& id);
+
   void countShortcutUse(std::int64_t id);
 
  signals:
   void historyLimitChanged();
   void settingsShortcutChanged();
   void translateWideChanged();
+  void dismissedNoticesChanged();
 
  private:
   QString choice(const char* key, const QVariantList& choices) const;

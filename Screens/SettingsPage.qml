@@ -5,6 +5,8 @@ Item {
     id: root
 
     required property MainController screen
+    /// What the desktop lacks.
+    required property var notices
 
     IconButton {
         id: back
@@ -54,6 +56,20 @@ Item {
             width: Math.min(660, page.width - 48)
             spacing: 22
 
+            SettingsSection {
+                title: "This desktop"
+                visible: root.notices.length > 0
+                Repeater {
+                    model: root.notices
+                    SettingsRow {
+                        required property var modelData
+                        required property int index
+                        divided: index > 0
+                        title: modelData.title
+                        explanation: modelData.text
+                    }
+                }
+            }
             ServerSection { server: root.screen.server }
             HotkeySection { hotkeys: root.screen.hotkeys }
             AgentSection { agents: root.screen.agents }

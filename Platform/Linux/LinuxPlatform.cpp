@@ -45,6 +45,17 @@ namespace {
 
 constexpr double preparationDelay = 1;  // after the start, which it must not slow down
 
+void sayThatThereIsNoDisplay() {
+  const char* display = std::getenv("DISPLAY");
+  std::fprintf(stderr, "zephyx: cannot reach an X11 display (DISPLAY is %s)\n",
+               display && *display ? display : "not set");
+  if (!DesktopWatch::waylandSession()) return;
+  std::fputs(
+      "zephyx: this is a Wayland session. Zephyx needs an X11 session: choose one (\"Xorg\") when "
+      "you log in.\nWith XWayland it starts here too, but sees X11 programs only.\n",
+      stderr);
+}
+
 }  // namespace
 
 /// Destroyed from the last to the first.
@@ -100,7 +111,7 @@ struct LinuxPlatform::Services {
   WindowHints windowHints{*watch};
   LinuxPreviewPanel previewPanel{dispatch, defaultCenter, windowHints, *watch};
   LinuxAlerts alerts{windowHints, *watch};
-  LinuxStatusBar statusBar;
+  LinuxStatusBar statusBar{*watch};
   LinuxFlutterEngines flutterEngines{dispatch,   userDefaults, directories,
                                      pasteboard, keychain,     *watch};
   LinuxApplication application{*watch, defaultCenter, *instance, windowHints};
@@ -241,9 +252,7 @@ std::unique_ptr<Platform> makePlatform(int argc, char** argv) {
   auto watch = DesktopWatch::open();
   if (!watch) {
     // The toolkit would abort here. There is nobody yet whose objects could be left behind.
-    const char* display = std::getenv("DISPLAY");
-    std::fprintf(stderr, "zephyx: cannot reach an X11 display (DISPLAY is %s)\n",
-                 display && *display ? display : "not set");
+    sayThatThereIsNoDisplay();
     std::exit(EXIT_FAILURE);
   }
   const auto folder = LinuxDirectories().runtime();

@@ -61,6 +61,49 @@ TEST_F(MainScreenTest, SavesWhatIsTypedSoonAndShowsItAgain) {
   EXPECT_EQ(screen()->text(), "milks");
 }
 
+TEST_F(MainScreenTest, SaysWhatTheDesktopLacksUntilItHasItOrTheUserHasReadIt) {
+  world.desktop.insert("hasTray", true);
+  world.desktop.insert("waylandSession", true);
+  world.replies["hotkeysGet"] = Value(List{Map{{"id", std::int64_t{1}},
+                                               {"modifiers", std::int64_t{0x300}},
+                                               {"display", "⇧⌘Space"},
+                                               {"isDefault", true}}});
+  ASSERT_TRUE(world.showPicture(900, 600));
+  const auto cards = [&] {
+    QStringList texts;
+    QObject* notices = world.child("notices");
+    for (int at = 0; at < notices->property("count").toInt(); ++at) {
+      QQuickItem* card = nullptr;
+      QMetaObject::invokeMethod(notices, "itemAt", Q_RETURN_ARG(QQuickItem*, card), Q_ARG(int, at));
+      texts << card->property("text").toString();
+    }
+    return texts;
+  };
+  const auto become = [&](qsizetype count) {
+    return waitFor([&] { return cards().size() == count; });
+  };
+  EXPECT_TRUE(become(1));
+  EXPECT_TRUE(cards().value(0).contains("X11"));
+  world.desktop.insert("hasTray", false);
+  ASSERT_TRUE(become(2));
+  EXPECT_TRUE(waitFor([&] { return cards().value(0).contains("press Shift+Super+Space"); }));
+  world.settlePicture();
+  world.savePicture("notes-notices");
+  world.desktop.insert("hasTray", true);
+  EXPECT_TRUE(become(1));
+  screen()->settings()->dismissNotice("wayland");
+  EXPECT_TRUE(become(0));
+  world.desktop.insert("hasTray", false);
+  screen()->settings()->dismissNotice("tray");
+  EXPECT_TRUE(become(0));
+  world.call("openSettings");
+  world.settlePicture();
+  world.savePicture("settings-notices");
+  world.stopProgram();
+  world.startProgram();
+  EXPECT_EQ(screen()->settings()->dismissedNotices(), (QStringList{"wayland", "tray"}));
+}
+
 TEST_F(MainScreenTest, FindsDeletesAndBringsBackNotes) {
   write("Äpfel\nred");
   write("Birnen\nGREEN");
@@ -207,8 +250,9 @@ TEST_F(MainScreenTest, KeepsSettingsInTheSharedPreferences) {
   EXPECT_EQ(settings.settingsShortcut(), "Super+Shift+K");
 
   ASSERT_TRUE(world.showPicture(900, 600));
-  world.press(Qt::Key_K, Qt::MetaModifier | Qt::ShiftModifier);
+  world.press(Qt::Key_K, Qt::MetaModifier | Qt::ShiftModifier, "K");
   EXPECT_TRUE(screen()->showsSettings());
+  EXPECT_EQ(screen()->text(), "") << "the editor has the keyboard";
   world.press(Qt::Key_Escape);
   EXPECT_FALSE(screen()->showsSettings());
   settings.clearSettingsShortcut();

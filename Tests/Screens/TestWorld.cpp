@@ -121,6 +121,7 @@ bool TestWorld::waitForCall(const std::string& method, std::size_t count) {
 
 QQuickItem* TestWorld::showPicture(int width, int height) {
   engine_ = std::make_unique<QQmlEngine>();
+  if (!desktop.isEmpty()) engine_->rootContext()->setContextProperty("desktop", &desktop);
   QQmlComponent component(engine_.get(), program_->viewSource());
   EXPECT_TRUE(component.isReady()) << component.errorString().toStdString();
   if (!component.isReady()) return nullptr;

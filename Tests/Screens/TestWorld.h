@@ -5,6 +5,7 @@
 #include <QtCore/QTemporaryDir>
 #include <QtQml/QQmlContext>
 #include <QtQml/QQmlEngine>
+#include <QtQml/QQmlPropertyMap>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
 #include <functional>
@@ -87,6 +88,8 @@ class TestWorld {
   /// Draws until everything stands where it belongs.
   void settlePicture();
 
+  /// What the picture knows of the desktop; nothing when it is empty.
+  QQmlPropertyMap desktop;
   TestDefaults defaults;
   /// What the clipboard holds; nothing for something else than text.
   std::optional<std::string> clipboardText;

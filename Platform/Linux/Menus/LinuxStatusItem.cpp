@@ -5,6 +5,7 @@
 
 #include "Platform/Linux/Input/ToolkitEvents.h"
 #include "Platform/Linux/Menus/SymbolIcon.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/X11.h"
 
 namespace zephyx {
@@ -37,10 +38,12 @@ bool canGrabInput() {
 
 }  // namespace
 
-LinuxStatusItem::LinuxStatusItem() : tray_([this](QPoint position) { clicked(position); }) {
+LinuxStatusItem::LinuxStatusItem(DesktopWatch& watch)
+    : tray_(watch, [this](QPoint position) { clicked(position); }) {
   retry_.setSingleShot(true);
   retry_.setInterval(retryMilliseconds);
   QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { openWhenInputIsFree(); });
+  QObject::connect(&watch, &DesktopWatch::menuWanted, &tray_, [this] { performClick(); });
   // The first window is drawn first; a tray shows what comes to it when it gets to it.
   QTimer::singleShot(trayDelayMilliseconds, &tray_, [this] { tray_.start(); });
 }
@@ -83,7 +86,7 @@ void LinuxStatusItem::openWhenInputIsFree() {
 }
 
 std::shared_ptr<StatusItem> LinuxStatusBar::makeStatusItem(double) {
-  return std::make_shared<LinuxStatusItem>();
+  return std::make_shared<LinuxStatusItem>(watch_);
 }
 
 }  // namespace zephyx

@@ -11,10 +11,12 @@
 
 namespace zephyx {
 
+class DesktopWatch;
+
 /// The tray icon and its menu.
 class LinuxStatusItem final : public StatusItem {
  public:
-  LinuxStatusItem();
+  explicit LinuxStatusItem(DesktopWatch& watch);
 
   void setImage(const std::string& symbol, const std::string& accessibilityDescription) override;
   void setMenu(std::shared_ptr<Menu> menu) override;
@@ -35,7 +37,11 @@ class LinuxStatusItem final : public StatusItem {
 
 class LinuxStatusBar final : public StatusBar {
  public:
+  explicit LinuxStatusBar(DesktopWatch& watch) : watch_(watch) {}
   std::shared_ptr<StatusItem> makeStatusItem(double length) override;
+
+ private:
+  DesktopWatch& watch_;
 };
 
 }  // namespace zephyx

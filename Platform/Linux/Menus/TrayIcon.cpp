@@ -12,6 +12,7 @@
 
 #include "Platform/Linux/Menus/StatusNotifierItem.h"
 #include "Platform/Linux/SessionBus.h"
+#include "Platform/Linux/Windows/DesktopWatch.h"
 
 namespace zephyx {
 namespace {
@@ -26,7 +27,8 @@ QDBusConnection bus() {
 
 }  // namespace
 
-TrayIcon::TrayIcon(std::function<void(QPoint)> onClick) : onClick_(std::move(onClick)) {}
+TrayIcon::TrayIcon(DesktopWatch& watch, std::function<void(QPoint)> onClick)
+    : watch_(watch), onClick_(std::move(onClick)) {}
 
 TrayIcon::~TrayIcon() {
   item_.reset();
@@ -67,6 +69,7 @@ void TrayIcon::findTray() {
 }
 
 void TrayIcon::useNotifierItem() {
+  watch_.setHasNotifierHost(true);
   embedded_.reset();
   if (!item_) {
     item_ = std::make_unique<StatusNotifierItem>(bus());
@@ -78,6 +81,7 @@ void TrayIcon::useNotifierItem() {
 }
 
 void TrayIcon::useEmbeddedIcon() {
+  watch_.setHasNotifierHost(false);
   item_.reset();
   if (embedded_) return;
   // The toolkit decides once whether it embeds icons, when it makes the first: no notifier host

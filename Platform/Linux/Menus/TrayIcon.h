@@ -11,6 +11,7 @@ class QSystemTrayIcon;
 
 namespace zephyx {
 
+class DesktopWatch;
 class StatusNotifierItem;
 
 /// An icon in the desktop's tray, in whichever of the two ways the desktop has one: as a
@@ -20,8 +21,8 @@ class TrayIcon final : public QObject {
   Q_OBJECT
 
  public:
-  /// `onClick` gets the place where a menu belongs.
-  explicit TrayIcon(std::function<void(QPoint)> onClick);
+  /// `watch` is told about trays on the session bus. `onClick` gets the place where a menu belongs.
+  TrayIcon(DesktopWatch& watch, std::function<void(QPoint)> onClick);
   ~TrayIcon() override;
 
   /// Looks for the desktop's tray. Takes some milliseconds.
@@ -37,6 +38,7 @@ class TrayIcon final : public QObject {
   void useNotifierItem();
   void useEmbeddedIcon();
 
+  DesktopWatch& watch_;
   std::function<void(QPoint)> onClick_;
   QIcon icon_;
   QString description_;

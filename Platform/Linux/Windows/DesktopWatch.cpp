@@ -6,6 +6,12 @@
 #include <QtCore/QTimer>
 
 namespace zephyx {
+namespace {
+
+/// A session that has just begun starts its panel beside this program.
+constexpr int trayPatienceMilliseconds = 3000;
+
+}  // namespace
 
 DesktopWatch::DesktopWatch() = default;
 
@@ -28,16 +34,23 @@ void DesktopWatch::start() {
   xcb_change_window_attributes(c, connection_.root(), XCB_CW_EVENT_MASK, &rootEvents);
 
   compositorSelection_ = connection_.atom("_NET_WM_CM_S0");
+  traySelection_ = connection_.atom("_NET_SYSTEM_TRAY_S0");
   const auto* fixes = xcb_get_extension_data(c, &xcb_xfixes_id);
   if (fixes && fixes->present) {
     selectionEvent_ = static_cast<std::uint8_t>(fixes->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     xcb_xfixes_query_version_unchecked(c, 5, 0);
-    xcb_xfixes_select_selection_input(c, clockWindow_, compositorSelection_,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    for (const auto selection : {compositorSelection_, traySelection_}) {
+      xcb_xfixes_select_selection_input(
+          c, clockWindow_, selection,
+          XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
+              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
+              XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
+    }
   }
   updateComposited();
+  hasEmbeddingTray_ = hasOwner(traySelection_);
+  QTimer::singleShot(trayPatienceMilliseconds, this,
+                     [this] { changeTray([this] { isTrayAwaited_ = false; }); });
 
   notifier_ = std::make_unique<QSocketNotifier>(xcb_get_file_descriptor(c), QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, this, &DesktopWatch::readEvents);
@@ -120,7 +133,10 @@ void DesktopWatch::readEvents() {
 
 void DesktopWatch::handleEvent(const xcb_generic_event_t& event) {
   const auto type = event.response_type & 0x7f;
-  if (selectionEvent_ && type == selectionEvent_) return updateComposited();
+  if (selectionEvent_ && type == selectionEvent_) {
+    updateComposited();
+    return changeTray([this] { hasEmbeddingTray_ = hasOwner(traySelection_); });
+  }
   if (type != XCB_PROPERTY_NOTIFY) return;
   const auto& change = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   if (change.window != connection_.root()) return;
@@ -128,11 +144,33 @@ void DesktopWatch::handleEvent(const xcb_generic_event_t& event) {
   if (change.atom == connection_.atom("_NET_CURRENT_DESKTOP")) emit currentDesktopChanged();
 }
 
-void DesktopWatch::updateComposited() {
+bool DesktopWatch::hasOwner(xcb_atom_t selection) const {
   auto* c = connection_.get();
   const XReply<xcb_get_selection_owner_reply_t> reply(
-      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, compositorSelection_), nullptr));
-  const bool now = reply && reply->owner != XCB_NONE;
+      xcb_get_selection_owner_reply(c, xcb_get_selection_owner(c, selection), nullptr));
+  return reply && reply->owner != XCB_NONE;
+}
+
+bool DesktopWatch::waylandSession() {
+  const auto session = qgetenv("XDG_SESSION_TYPE");
+  // One that was started from a console is of the type "tty".
+  return session == "wayland" ||
+         (session != "x11" && !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY"));
+}
+
+void DesktopWatch::setHasNotifierHost(bool hasHost) {
+  changeTray([this, hasHost] { hasNotifierHost_ = hasHost; });
+}
+
+template <typename Change>
+void DesktopWatch::changeTray(Change change) {
+  const bool hadTray = hasTray();
+  change();
+  if (hasTray() != hadTray) emit hasTrayChanged();
+}
+
+void DesktopWatch::updateComposited() {
+  const bool now = hasOwner(compositorSelection_);
   if (now == composited_) return;
   composited_ = now;
   emit compositedChanged();

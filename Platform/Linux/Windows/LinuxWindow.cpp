@@ -255,7 +255,9 @@ void LinuxWindow::applyConfiguration() {
 }
 
 void LinuxWindow::applyBackground() {
-  const auto color = isSeeThrough() ? QColor(Qt::transparent) : QColor::fromRgba(opaqueBackground);
+  // A compositor that came while the window is shown finds a visual without transparency.
+  const auto color = isSeeThrough() && hasSeeThroughVisual_ ? QColor(Qt::transparent)
+                                                            : QColor::fromRgba(opaqueBackground);
   if (pictureWindow_) pictureWindow_->setColor(color);
   if (viewWindow_) viewWindow_->setBackground(color);
 }
