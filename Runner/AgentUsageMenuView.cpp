@@ -6,6 +6,7 @@
 
 #include "Platform/Alert.h"
 #include "Platform/Dispatch.h"
+#include "Platform/Keychain.h"
 #include "Platform/Label.h"
 #include "Platform/Platform.h"
 #include "Platform/PushButton.h"
@@ -42,6 +43,12 @@ constexpr TextStyle sectionStyle{.font = {.size = 11, .weight = FontWeight::semi
 constexpr const char* creditsTitle = "See Claude Credits";
 constexpr const char* reconnectTitle = "Reconnect Claude";
 constexpr const char* disconnectTitle = "Disconnect account";
+
+/// Where the system keeps no secrets.
+constexpr const char* notConnectedHere = "Not connected · no secret store";
+constexpr const char* reconnectHere = "No secret store: connect again";
+constexpr const char* storelessToolTip =
+    "Zephyx found no secret store, so it forgets the connection when it quits.";
 
 constexpr std::size_t receiveUpdates = 0;
 
@@ -153,8 +160,20 @@ void AgentUsageMenuView::disconnectTapped() {
 // ---- Requests and what comes of them
 
 void AgentUsageMenuView::refresh() {
+  if (isVisible(provider_->providerID())) lookForSecretStore();
   if (!isAuthorized_ || !isVisible(provider_->providerID()) || isFetching_) return;
   fetch(false);
+}
+
+void AgentUsageMenuView::lookForSecretStore() {
+  platform_.dispatch().globalQueue().async(
+      [&keychain = platform_.keychain(), &mainQueue = platform_.dispatch().mainQueue(),
+       take = std::function<void(bool)>(lifetime_.wrap([this](bool isAvailable) {
+         if (std::exchange(hasSecretStore_, isAvailable) != isAvailable) render();
+       }))] {
+        const bool isAvailable = keychain.isAvailable();
+        mainQueue.async([take, isAvailable] { take(isAvailable); });
+      });
 }
 
 void AgentUsageMenuView::fetch(bool interactive) {
@@ -216,13 +235,18 @@ void AgentUsageMenuView::render() {
   } else {
     agentRow_->ring().clear();
   }
-  agentRow_->setSubtitle(usage_          ? agentUsageText::session(*usage_)
-                         : isAuthorized_ ? "Session usage"
-                                         : "Not connected");
+  agentRow_->setSubtitle(subtitle());
+  agentRow_->setToolTip(hasSecretStore_ ? "" : storelessToolTip);
   accordion_->show(usage_);
   creditsButton_->setTitle(needsReconnect_ ? reconnectTitle : creditsTitle);
   creditsButton_->setEnabled(!isConnecting_);
   applyLayoutForState();
+}
+
+std::string AgentUsageMenuView::subtitle() const {
+  if (usage_ && !(needsReconnect_ && !hasSecretStore_)) return agentUsageText::session(*usage_);
+  if (isAuthorized_) return hasSecretStore_ ? "Session usage" : reconnectHere;
+  return hasSecretStore_ ? "Not connected" : notConnectedHere;
 }
 
 void AgentUsageMenuView::showDisclosure() {

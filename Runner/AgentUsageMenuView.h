@@ -66,6 +66,7 @@ class AgentUsageMenuView final : public View {
   void askForConsent();
   void disconnectTapped();
 
+  void lookForSecretStore();
   void fetch(bool interactive);
   void handleFetchResult(const UsageFetchResult& result, bool confirmAuthorization);
   void take(const AgentUsage& usage, bool confirmAuthorization);
@@ -74,6 +75,7 @@ class AgentUsageMenuView final : public View {
   void setExpanded(bool expanded);
   /// Shows what is known, and lays it out.
   void render();
+  std::string subtitle() const;
   void showDisclosure();
 
   Platform& platform_;
@@ -84,6 +86,7 @@ class AgentUsageMenuView final : public View {
   bool isExpanded_ = false;
   bool isAuthorized_ = false;
   bool needsReconnect_ = false;
+  bool hasSecretStore_ = true;  ///< as far as is known
 
   /// The one request whose result counts, and what is known about it. A result that belongs to an
   /// earlier one, or to an account that has been disconnected since, must not bring figures back.

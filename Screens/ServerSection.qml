@@ -9,6 +9,10 @@ SettingsSection {
 
     title: "AI server"
 
+    // A keyring may come or go while the program runs.
+    Component.onCompleted: server.lookForStore()
+    Window.onActiveChanged: if (Window.active) server.lookForStore()
+
     function storeKey(text) {
         if (text.length === 0) return
         entersKey = false

@@ -28,6 +28,10 @@ void write(UserDefaults& userDefaults, const char* key, const QString& text) {
     userDefaults.setString(key, text.toStdString());
 }
 
+QString storeIsMissing() {
+  return ServerSettings::tr("this session has no secret store (such as GNOME Keyring or KWallet).");
+}
+
 std::string keychainService(const std::string& origin) {
   return keychainServicePrefix + origin;
 }
@@ -93,6 +97,19 @@ bool ServerSettings::hasKey() const {
   return server && userDefaults_.string(storedKeyPrefix + *server).has_value();
 }
 
+QString ServerSettings::keyProblem() const {
+  if (!keyProblem_.isEmpty() || hasStore_) return keyProblem_;
+  if (hasKey()) return tr("The key cannot be read: ") + storeIsMissing();
+  return isLocal() ? QString() : tr("No key can be kept: ") + storeIsMissing();
+}
+
+void ServerSettings::lookForStore() {
+  queue_.run([&keychain = keychain_] { return keychain.isAvailable(); },
+             guard_.wrap([this](bool isAvailable) {
+               if (std::exchange(hasStore_, isAvailable) != isAvailable) emit keyChanged();
+             }));
+}
+
 void ServerSettings::storeKey(const QString& key) {
   const auto server = origin();
   const QByteArray secret = key.trimmed().toUtf8();
@@ -116,8 +133,9 @@ void ServerSettings::storeKey(const QString& key) {
         const auto [available, stored] = end;
         if (stored) return finishKeyWork(server, true, {});
         --working_;
+        hasStore_ = available;
         keyProblem_ = available ? tr("The secret store did not take the key.")
-                                : tr("There is no secret store on this system, so no key is kept.");
+                                : tr("The key was not kept: ") + storeIsMissing();
         emit keyChanged();
       }));
 }

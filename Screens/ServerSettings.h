@@ -45,7 +45,9 @@ class ServerSettings : public QObject {
   /// Whether a key was stored for this server.
   bool hasKey() const;
   bool busy() const { return working_ > 0; }
-  QString keyProblem() const { return keyProblem_; }
+  /// Also that there is no secret store, where one is needed: see `lookForStore`.
+  QString keyProblem() const;
+  Q_INVOKABLE void lookForStore();
   Q_INVOKABLE void storeKey(const QString& key);
   Q_INVOKABLE void removeKey();
 
@@ -67,6 +69,7 @@ class ServerSettings : public QObject {
   Keychain& keychain_;
   int working_ = 0;
   QString keyProblem_;
+  bool hasStore_ = true;  ///< as far as is known
   /// As it was typed last, when it cannot be used. Not kept: it may hold a password.
   std::optional<QString> refusedAddress_;
   BackgroundQueue queue_;

@@ -2,6 +2,8 @@
 
 #include <sys/stat.h>
 
+#include <chrono>
+#include <cstdlib>
 #include <fstream>
 
 namespace zephyx {
@@ -31,6 +33,28 @@ TEST_F(KeychainTest, SaysWhenTheSessionKeepsNoSecrets) {
   EXPECT_EQ(keychain_.password("one"), std::nullopt);
   EXPECT_FALSE(keychain_.setPassword("one", bytesOf("lost")));
   EXPECT_FALSE(keychain_.deletePassword("one"));
+}
+
+TEST_F(KeychainTest, AStoreThatDoesNotComeUpIsNotWaitedForLong) {
+  enter(false);
+  const auto folder = desktop_->home();
+  std::filesystem::create_directories(folder / "services");
+  std::ofstream(folder / "services/store.service")
+      << "[D-BUS Service]\nName=org.freedesktop.secrets\nExec=/bin/sleep 30\n";
+  const auto address = "unix:path=" + (folder / "bus").string();
+  std::ofstream(folder / "bus.conf")
+      << "<busconfig><type>session</type><listen>" << address << "</listen><servicedir>"
+      << (folder / "services").string()
+      << "</servicedir><policy context='default'><allow send_destination='*'/>"
+         "<allow receive_sender='*'/><allow own='*'/></policy></busconfig>";
+  const auto bus = desktop_->start({"dbus-daemon", "--nofork", "--nopidfile", "--nosyslog",
+                                    "--config-file=" + (folder / "bus.conf").string()});
+  ASSERT_TRUE(waitFor([&] { return std::filesystem::exists(folder / "bus"); }));
+  setenv("DBUS_SESSION_BUS_ADDRESS", address.c_str(), 1);
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_TRUE(keychain_.isAvailable()) << "nothing is started to find that out";
+  EXPECT_EQ(keychain_.password("one"), std::nullopt);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
 TEST_F(KeychainTest, ReadsTheToolsCredentialsFromItsFileAndNeverChangesIt) {

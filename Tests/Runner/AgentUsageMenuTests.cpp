@@ -118,6 +118,28 @@ TEST_F(AgentUsageMenuTest, EachResultLeadsToTheStateThatItMeans) {
   }
 }
 
+TEST_F(AgentUsageMenuTest, SaysThatWithoutASecretStoreTheConnectionIsForgotten) {
+  const auto subtitle = [this] { return view().agentRow().subtitleLabel().text(); };
+  desktop.keychain.setAvailable(false);
+  launch();
+  EXPECT_EQ(subtitle(), "Not connected") << "nobody has looked";
+  openMenu();
+  EXPECT_EQ(subtitle(), "Not connected · no secret store");
+  EXPECT_NE(view().agentRow().toolTip(), "");
+  endHost();
+  connect(plainUsage());
+  EXPECT_EQ(subtitle().find("no secret store"), std::string::npos) << "the figures come first";
+  statusItem().cancelTrackingWithoutAnimation();
+  openMenu();
+  provider->answer(ReauthorizationRequired{});
+  EXPECT_EQ(subtitle(), "No secret store: connect again");
+  statusItem().cancelTrackingWithoutAnimation();
+  desktop.keychain.setAvailable(true);
+  openMenu();
+  EXPECT_EQ(subtitle().find("secret store"), std::string::npos);
+  EXPECT_EQ(view().agentRow().toolTip(), "");
+}
+
 TEST_F(AgentUsageMenuTest, ConnectsOnlyWithTheUsersConsent) {
   launch();
   openMenu();

@@ -239,6 +239,27 @@ TEST_F(TextGeneratorTest, SaysWhyItCannotBegin) {
   EXPECT_EQ(server.connections(), 0U);
 }
 
+TEST_F(TextGeneratorTest, SaysThatThereIsNoSecretStoreBeforeAKeyIsTyped) {
+  auto& settings = *screen()->server();
+  settings.lookForStore();
+  settings.storeKey("kept");
+  ASSERT_TRUE(waitFor([&] { return settings.hasKey() && !settings.busy(); }));
+  EXPECT_EQ(settings.keyProblem(), "");
+  world.keychain.available = false;
+  settings.lookForStore();
+  EXPECT_TRUE(waitFor([&] { return settings.keyProblem().startsWith("The key cannot be read"); }));
+  settings.setAddress("http://localhost:1");
+  EXPECT_EQ(settings.keyProblem(), "") << "a server on this computer needs no key";
+  settings.setAddress("https://models.example.org");
+  EXPECT_TRUE(settings.keyProblem().startsWith("No key can be kept"));
+  settings.storeKey("lost");
+  EXPECT_TRUE(waitFor([&] { return settings.keyProblem().startsWith("The key was not kept"); }));
+  EXPECT_FALSE(settings.hasKey());
+  world.keychain.available = true;
+  settings.storeKey("kept");
+  EXPECT_TRUE(waitFor([&] { return settings.hasKey() && settings.keyProblem().isEmpty(); }));
+}
+
 TEST_F(TextGeneratorTest, TheKeyLiesInTheSecretStoreAndGoesToItsOwnServerAlone) {
   auto& settings = *screen()->server();
   settings.storeKey("bad key\nX-Other: 1");

@@ -3,14 +3,19 @@
 #include <libsecret/secret.h>
 
 #include <memory>
+#include <string_view>
 
 #include "Platform/Linux/Keychain/ToolCredentials.h"
+#include "Platform/Linux/SessionBus.h"
 
 namespace zephyx {
 namespace {
 
 constexpr const char* serviceAttribute = "service";
 constexpr const char* contentType = "application/octet-stream";
+constexpr const char* storeName = "org.freedesktop.secrets";
+/// A bus waits up to two minutes for a store that does not come up.
+constexpr int patienceMilliseconds = 3000;
 
 template <auto release>
 struct Releaser {
@@ -23,6 +28,49 @@ struct Releaser {
 using Error = std::unique_ptr<GError, Releaser<g_error_free>>;
 using SecretValuePointer = std::unique_ptr<SecretValue, Releaser<secret_value_unref>>;
 using Attributes = std::unique_ptr<GHashTable, Releaser<g_hash_table_unref>>;
+using Connection = std::unique_ptr<GDBusConnection, Releaser<g_object_unref>>;
+using Reply = std::unique_ptr<GVariant, Releaser<g_variant_unref>>;
+
+Reply askBus(GDBusConnection& bus, const char* method, GVariant* arguments) {
+  return Reply(g_dbus_connection_call_sync(
+      &bus, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus", method,
+      arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, patienceMilliseconds, nullptr, nullptr));
+}
+
+/// The session's bus; null when there is none.
+Connection sessionBus() {
+  // Asking the library for a bus that is not there starts one.
+  if (!hasSessionBus()) return nullptr;
+  Connection bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  if (bus) g_dbus_connection_set_exit_on_close(bus.get(), FALSE);  // the program outlives it
+  return bus;
+}
+
+bool isRunning(GDBusConnection& bus) {
+  gboolean hasOwner = FALSE;
+  const auto reply = askBus(bus, "NameHasOwner", g_variant_new("(s)", storeName));
+  if (reply) g_variant_get(reply.get(), "(b)", &hasOwner);
+  return hasOwner;
+}
+
+bool canBeStarted(GDBusConnection& bus) {
+  const auto reply = askBus(bus, "ListActivatableNames", nullptr);
+  if (!reply) return false;
+  const Reply names(g_variant_get_child_value(reply.get(), 0));
+  bool isListed = false;
+  for (gsize at = 0; at < g_variant_n_children(names.get()) && !isListed; ++at) {
+    const Reply name(g_variant_get_child_value(names.get(), at));
+    isListed = std::string_view(g_variant_get_string(name.get(), nullptr)) == storeName;
+  }
+  return isListed;
+}
+
+/// Whether a secret store can be asked now; the bus may have to start it.
+bool isReachable() {
+  const auto bus = sessionBus();
+  return bus && (isRunning(*bus) ||
+                 askBus(*bus, "StartServiceByName", g_variant_new("(su)", storeName, 0U)));
+}
 
 const SecretSchema& schema() {
   static const SecretSchema schema{"com.zephyx.app",
@@ -46,15 +94,13 @@ Attributes attributesOf(const std::string& service) {
 }  // namespace
 
 bool LinuxKeychain::isAvailable() {
-  GError* error = nullptr;
-  const std::unique_ptr<SecretService, Releaser<g_object_unref>> service(
-      secret_service_get_sync(SECRET_SERVICE_NONE, nullptr, &error));
-  const Error owned(error);
-  return service != nullptr;
+  const auto bus = sessionBus();
+  return bus && (isRunning(*bus) || canBeStarted(*bus));
 }
 
 std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
   if (service == toolCredentials::service) return toolCredentials::read();
+  if (!isReachable()) return std::nullopt;
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   const SecretValuePointer value(
@@ -67,7 +113,7 @@ std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
 }
 
 bool LinuxKeychain::setPassword(const std::string& service, BytesView secret) {
-  if (service == toolCredentials::service) return false;
+  if (service == toolCredentials::service || !isReachable()) return false;
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   const SecretValuePointer value(secret_value_new(reinterpret_cast<const gchar*>(secret.data()),
@@ -81,7 +127,7 @@ bool LinuxKeychain::setPassword(const std::string& service, BytesView secret) {
 }
 
 bool LinuxKeychain::deletePassword(const std::string& service) {
-  if (service == toolCredentials::service) return false;
+  if (service == toolCredentials::service || !isReachable()) return false;
   GError* error = nullptr;
   const auto attributes = attributesOf(service);
   secret_password_clearv_sync(&schema(), attributes.get(), nullptr,
