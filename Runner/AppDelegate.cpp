@@ -324,7 +324,9 @@ void AppDelegate::toggleMicMute() {
 }
 
 void AppDelegate::refreshMicMuteItem() {
-  statusMenu_->refreshMicMuteItem(MicrophoneMuteController::shared().isMuted());
+  const auto& microphone = MicrophoneMuteController::shared();
+  statusMenu_->refreshMicMuteItem(microphone.hasMicrophone() ? std::optional(microphone.isMuted())
+                                                             : std::nullopt);
 }
 
 void AppDelegate::updateMicIndicator() {

@@ -24,6 +24,7 @@ class MicrophoneMuteController {
   /// another one.
   std::function<void()> onStateChange;
 
+  bool hasMicrophone() const { return audio_.defaultInputDevice().has_value(); }
   /// As the device says; false when there is none.
   bool isMuted() const;
   /// Does nothing without a device.

@@ -15,6 +15,7 @@ using nlohmann::json;
 
 constexpr const char* settingsShortcutKey = "flutter.localShortcut.openSettings.v1";
 constexpr const char* settingsKeyEquivalent = ",";
+constexpr const char* noMicrophone = "No microphone was found.";
 constexpr const char* trackpadLockTitle = "Lock Trackpad for Cleaning";
 
 std::shared_ptr<MenuItem> makeRow(const char* title, const char* action,
@@ -95,8 +96,12 @@ void StatusMenu::refreshTrackpadLockItem(bool locked) {
   mirrorHotkey(HotkeyID::trackpadLock, *trackpadLockItem_);
 }
 
-void StatusMenu::refreshMicMuteItem(bool muted) {
-  micMuteItem_->update([&](MenuItem::Properties& p) { p.isOn = muted; });
+void StatusMenu::refreshMicMuteItem(std::optional<bool> muted) {
+  micMuteItem_->update([&](MenuItem::Properties& p) {
+    p.isOn = muted.value_or(false);
+    p.isEnabled = muted.has_value();
+    p.toolTip = muted ? "" : noMicrophone;
+  });
   mirrorHotkey(HotkeyID::micMute, *micMuteItem_);
 }
 

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -48,7 +49,8 @@ class StatusMenu {
   /// Shows the settings screen's own shortcut, which that screen stores.
   void refreshSettingsShortcutHint();
   void refreshTrackpadLockItem(bool locked);
-  void refreshMicMuteItem(bool muted);
+  /// `muted` is nothing when there is no microphone.
+  void refreshMicMuteItem(std::optional<bool> muted);
 
  private:
   void build(const SoftwareUpdate& softwareUpdate, const ViewRows& viewRows, Actions actions);

@@ -24,6 +24,10 @@ TEST(MenuHint, NamesModifiersAndKeysAsTheKeyboardHereDoes) {
     row.keyEquivalentModifierMask = each.mask;
     EXPECT_EQ(LinuxMenu::shortcutHint(row), each.hint);
   }
+  MenuItem::Properties row{.keyEquivalent = "m", .isEnabled = false, .toolTip = "Not found."};
+  EXPECT_EQ(LinuxMenu::shortcutHint(row), "Not found.");
+  row.toolTip = std::string(100, 'x');
+  EXPECT_EQ(LinuxMenu::shortcutHint(row), "Super+M") << "too long for a menu";
 }
 
 }  // namespace

@@ -155,6 +155,12 @@ TEST_F(MicrophoneMuteTest, WithoutAMicrophoneNothingHappens) {
   EXPECT_THAT(panels(), IsEmpty());
   expectShown(false);
   EXPECT_THAT(takeToggles(), ElementsAre("false"));
+  EXPECT_FALSE(row().properties().isEnabled);
+  EXPECT_EQ(row().properties().toolTip, "No microphone was found.");
+  audio().plugIn(builtIn, {.mute = false});
+  desktop.dispatch.settle();
+  EXPECT_TRUE(row().properties().isEnabled);
+  EXPECT_EQ(row().properties().toolTip, "");
 }
 
 TEST_F(MicrophoneMuteTest, WhatFailsIsSeenInTheStateThatIsReadBack) {

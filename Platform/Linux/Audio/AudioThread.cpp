@@ -20,6 +20,7 @@ AudioThread::~AudioThread() {
 }
 
 void AudioThread::post(Command command) {
+  if (!hasLibrary_) return;
   {
     const std::lock_guard lock(mutex_);
     commands_.push_back(std::move(command));
@@ -29,7 +30,8 @@ void AudioThread::post(Command command) {
 
 void AudioThread::run(SoundServer::InputHandler onInput) {
   const PulseLibrary pulse;
-  if (!pulse.isLoaded()) return;
+  hasLibrary_ = pulse.isLoaded();
+  if (!hasLibrary_) return;
   const std::unique_ptr<pa_mainloop, decltype(pulse.mainloopFree)> loop(pulse.mainloopNew(),
                                                                         pulse.mainloopFree);
   auto& api = *pulse.mainloopGetApi(loop.get());

@@ -33,6 +33,7 @@ class AudioThread {
 
   EventFd wake_;
   std::atomic<bool> isStopping_{false};
+  std::atomic<bool> hasLibrary_{true};
   std::mutex mutex_;
   std::vector<Command> commands_;
   std::thread thread_;

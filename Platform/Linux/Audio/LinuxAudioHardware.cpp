@@ -43,9 +43,12 @@ std::optional<InputDevice> LinuxAudioHardware::input(AudioDeviceId device) {
 }
 
 std::optional<AudioDeviceId> LinuxAudioHardware::defaultInputDevice() {
-  const std::lock_guard lock(mutex_);
-  if (!input_) return std::nullopt;
-  return input_->index;
+  {
+    const std::lock_guard lock(mutex_);
+    if (input_) return input_->index;
+  }
+  if (thread_) thread_->post([](SoundServer& server) { server.retryNow(); });
+  return std::nullopt;
 }
 
 bool LinuxAudioHardware::hasMute(AudioDeviceId device) {

@@ -74,6 +74,12 @@ void SoundServer::connectLater() {
       this);
 }
 
+void SoundServer::retryNow() {
+  if (!retry_) return;
+  loop_.time_free(std::exchange(retry_, nullptr));
+  connect();
+}
+
 void SoundServer::contextChanged(pa_context*, void* server) {
   static_cast<SoundServer*>(server)->stateChanged();
 }

@@ -25,6 +25,8 @@ class SoundServer {
   SoundServer& operator=(const SoundServer&) = delete;
   ~SoundServer();
 
+  /// Where none answered, looks again at once: the user is looking too.
+  void retryNow();
   void setMute(std::uint32_t source, bool muted, Completion done);
   void setVolume(std::uint32_t source, std::uint8_t channels, float volume, Completion done);
 

@@ -39,6 +39,8 @@ constexpr KeyName keyNames[] = {
     {u'\x7f', "Del"}, {0xF700, "Up"},  {0xF701, "Down"},  {0xF702, "Left"},   {0xF703, "Right"},
     {0xF729, "Home"}, {0xF72B, "End"}, {0xF72C, "PgUp"},  {0xF72D, "PgDown"},
 };
+/// In characters; a longer one is a tool tip only.
+constexpr std::size_t longestShownReason = 30;
 constexpr char16_t firstFunctionKey = 0xF704;
 constexpr char16_t lastFunctionKey = 0xF726;
 
@@ -149,6 +151,9 @@ void LinuxMenu::show(const MenuItem& item, QAction& action) {
 }
 
 std::string LinuxMenu::shortcutHint(const MenuItem::Properties& properties) {
+  const auto& reason = properties.toolTip;
+  const bool isShort = !reason.empty() && reason.size() <= longestShownReason;
+  if (!properties.isEnabled && isShort) return reason;
   if (properties.keyEquivalent.empty()) return {};
   std::string hint;
   for (const auto& each : modifierNames) {

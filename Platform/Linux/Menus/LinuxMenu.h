@@ -25,7 +25,8 @@ class LinuxMenu {
   void close();
   bool isOpen() const;
 
-  /// "Shift+Super+E", or nothing for a row without a key equivalent.
+  /// "Shift+Super+E", or nothing for a row without a key equivalent; for one that cannot be chosen,
+  /// why, if that is said in a few words.
   static std::string shortcutHint(const MenuItem::Properties& properties);
 
  private:
