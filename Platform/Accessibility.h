@@ -1,5 +1,8 @@
 #pragma once
 
+#include <optional>
+#include <string>
+
 namespace zephyx {
 
 /// The permission to type into and read from other programs. Main thread.
@@ -9,6 +12,9 @@ class Accessibility {
   virtual bool isProcessTrusted() const = 0;
   /// The same, and lets the system ask the user for the permission when it is missing.
   virtual bool isProcessTrustedWithPrompt() = 0;
+  /// Why nobody can give the permission here, in a sentence for the user; nothing when somebody
+  /// can.
+  virtual std::optional<std::string> obstacle() const = 0;
 };
 
 }  // namespace zephyx

@@ -2,6 +2,8 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "Platform/BinaryMessenger.h"
@@ -35,6 +37,10 @@ class Displays {
   /// Of the external displays that are connected now, never of a built-in panel. Displays and
   /// systems without such a wire have none.
   virtual std::vector<std::shared_ptr<DisplayChannel>> externalChannels() = 0;
+
+  /// Why the wire of a display that has one cannot be used, in a sentence for the user; nothing
+  /// when all can.
+  virtual std::optional<std::string> channelObstacle() = 0;
 
   virtual std::vector<Display> onlineDisplays() = 0;
 

@@ -1,12 +1,12 @@
 #include "Runner/BrightnessMenuItemView.h"
 
-#include "Platform/Label.h"
 #include "Platform/SymbolImage.h"
 #include "Runner/ExternalDisplayBrightness.h"
 
 namespace zephyx {
 namespace {
 
+constexpr const char* titleWithoutBacklight = "External Monitor Brightness (picture only)";
 constexpr Size rowSize{280, 62};
 constexpr double margin = 16;
 constexpr double titleSize = 12;
@@ -36,8 +36,8 @@ BrightnessMenuItemView::BrightnessMenuItemView(ExternalDisplayBrightness& bright
   slider_->setAccessibilityLabel(title);
   slider_->setValue(brightness.last());
   slider_->onChange = [&brightness](double value) { brightness.setBrightness(value); };
-  for (const auto& child :
-       {label_, decreaseSymbol_, std::shared_ptr<View>(slider_), increaseSymbol_}) {
+  for (const auto& child : std::initializer_list<std::shared_ptr<View>>{label_, decreaseSymbol_,
+                                                                        slider_, increaseSymbol_}) {
     addChild(child);
   }
   relayout();
@@ -45,6 +45,10 @@ BrightnessMenuItemView::BrightnessMenuItemView(ExternalDisplayBrightness& bright
 
 void BrightnessMenuItemView::refresh() {
   brightness_.rescan();
+  const auto& obstacle = brightness_.obstacle();
+  label_->setText(obstacle ? titleWithoutBacklight : title);
+  setToolTip(obstacle.value_or(""));
+  label_->setToolTip(toolTip());
   slider_->setValue(brightness_.last());
 }
 

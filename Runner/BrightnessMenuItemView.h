@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "Platform/Label.h"
 #include "Platform/Slider.h"
 #include "Platform/View.h"
 
@@ -20,6 +21,7 @@ class BrightnessMenuItemView final : public View {
   /// Finds the displays anew and shows the last level.
   void refresh();
 
+  const std::shared_ptr<Label>& label() const { return label_; }
   const std::shared_ptr<Slider>& slider() const { return slider_; }
 
  protected:
@@ -27,7 +29,7 @@ class BrightnessMenuItemView final : public View {
 
  private:
   ExternalDisplayBrightness& brightness_;
-  std::shared_ptr<View> label_;
+  std::shared_ptr<Label> label_;
   std::shared_ptr<View> decreaseSymbol_;
   std::shared_ptr<Slider> slider_;
   std::shared_ptr<View> increaseSymbol_;

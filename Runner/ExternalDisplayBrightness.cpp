@@ -46,6 +46,7 @@ ExternalDisplayBrightness::ExternalDisplayBrightness(Platform& platform)
 
 void ExternalDisplayBrightness::rescan() {
   services_ = displays_.externalChannels();
+  obstacle_ = displays_.channelObstacle();
 }
 
 void ExternalDisplayBrightness::setBrightness(double value) {

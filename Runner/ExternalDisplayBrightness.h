@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
+#include <string>
 #include <vector>
 
 #include "Platform/Registration.h"
@@ -28,6 +30,8 @@ class ExternalDisplayBrightness {
 
   /// Finds the displays whose backlight can be set.
   void rescan();
+  /// Why the backlight of a display cannot be set, in a sentence; nothing when nothing is wrong.
+  const std::optional<std::string>& obstacle() const { return obstacle_; }
 
   /// Clamped to the range, and kept for the next start.
   void setBrightness(double value);
@@ -47,6 +51,7 @@ class ExternalDisplayBrightness {
   Dispatch& dispatch_;
   UserDefaults& userDefaults_;
   std::vector<std::shared_ptr<DisplayChannel>> services_;
+  std::optional<std::string> obstacle_;
   DispatchQueue& ddcQueue_;
   Registration pendingWrite_;
   double ddcNextSlot_ = 0;  ///< media clock

@@ -37,6 +37,9 @@ constexpr const char* failureMessage = "Could not lock input";
 constexpr const char* failureText =
     "Zephyx needs Accessibility permission to block input events. Enable it in System Settings → "
     "Privacy & Security → Accessibility and try again.";
+constexpr const char* busyText =
+    "Another program has the keyboard or the mouse for itself. Close its menu or dialog and try "
+    "again.";
 
 constexpr std::uint64_t maskOf(std::initializer_list<EventType> types) {
   std::uint64_t mask = 0;
@@ -94,7 +97,8 @@ void InputLockController::install(InputLockTarget target, int attempts) {
     return tryLater([this, target, attempts] { install(target, attempts - 1); });
   }
   if (!tap) {
-    return platform_.alerts().show({failureMessage, failureText, {"OK"}}, [](std::size_t) {});
+    return platform_.alerts().show({failureMessage, isBusy ? busyText : failureText, {"OK"}},
+                                   [](std::size_t) {});
   }
   if (target == InputLockTarget::keyboard) {
     const auto& config = hotkeyConfig(target);
@@ -160,6 +164,10 @@ void InputLockController::tryLater(std::function<void()> attempt) {
 
 bool InputLockController::ensureAccessibilityPermission() {
   if (platform_.accessibility().isProcessTrustedWithPrompt()) return true;
+  if (const auto obstacle = platform_.accessibility().obstacle()) {
+    platform_.alerts().show({failureMessage, *obstacle, {"OK"}}, [](std::size_t) {});
+    return false;
+  }
   platform_.alerts().show({permissionMessage, permissionText, {"Open System Settings", "Cancel"}},
                           [&workspace = platform_.workspace()](std::size_t button) {
                             if (button == 0) workspace.openUrl(accessibilitySettings);

@@ -222,7 +222,7 @@ FocusScope {
 
         PermissionRow {
             anchors.fill: parent
-            onAllowed: root.screen.requestPermission()
+            advice: "Enter copies the entry; then paste it yourself."
         }
     }
 

@@ -23,7 +23,6 @@ constexpr auto startWindowDragMethod = "clipboardStartWindowDrag";
 constexpr auto setPasteboardMethod = "clipboardSetPasteboard";
 constexpr auto pasteMethod = "clipboardPaste";
 constexpr auto checkAccessibilityMethod = "clipboardCheckAccessibility";
-constexpr auto requestAccessibilityMethod = "clipboardRequestAccessibility";
 constexpr auto showInFinderMethod = "clipboardShowInFinder";
 constexpr auto quickLookMethod = "clipboardQuickLook";
 constexpr auto openUrlMethod = "clipboardOpenUrl";
@@ -337,14 +336,6 @@ void ClipboardScreenController::hidePanel() {
 
 void ClipboardScreenController::startWindowDrag() {
   channel_.invokeMethod(startWindowDragMethod);
-}
-
-void ClipboardScreenController::requestPermission() {
-  channel_.invokeMethod(requestAccessibilityMethod, {},
-                        guard_.wrap([this](const MethodReply& reply) {
-                          const auto* value = std::get_if<Value>(&reply);
-                          if (value) setMayPaste(value->asBool().value_or(false));
-                        }));
 }
 
 void ClipboardScreenController::reportCards(const QVariantList& rectangles, qreal cornerRadius) {

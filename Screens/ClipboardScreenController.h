@@ -59,7 +59,6 @@ class ClipboardScreenController : public QObject {
   Q_INVOKABLE void clearHistory();
   Q_INVOKABLE void hidePanel();
   Q_INVOKABLE void startWindowDrag();
-  Q_INVOKABLE void requestPermission();
   /// Rectangles in the picture's coordinates. Sent when they differ from the last ones.
   Q_INVOKABLE void reportCards(const QVariantList& rectangles, qreal cornerRadius);
 

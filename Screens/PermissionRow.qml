@@ -1,8 +1,10 @@
 import QtQuick
 import Zephyx.Screens
 
+/// Pasting needs an extension of the X server; where it is missing, nobody can allow it.
 Item {
-    signal allowed
+    /// What the user can do instead.
+    required property string advice
 
     Symbol {
         id: lock
@@ -12,20 +14,15 @@ Item {
     }
     Text {
         anchors {
-            left: lock.right; leftMargin: 10; right: allow.left; rightMargin: 10
+            left: lock.right; leftMargin: 10; right: parent.right; rightMargin: 14
             verticalCenter: parent.verticalCenter
         }
-        text: "Zephyx needs your permission to paste into other programs."
+        text: "Zephyx cannot paste here: the X server has no XTEST extension. " + parent.advice
         color: Theme.text
         wrapMode: Text.Wrap
         maximumLineCount: 2
         font.pixelSize: Theme.smallSize
-    }
-    PushButton {
-        id: allow
-        anchors { right: parent.right; rightMargin: 14; verticalCenter: parent.verticalCenter }
-        label: "Allow…"
-        primary: true
-        onClicked: parent.allowed()
+        Accessible.role: Accessible.AlertMessage
+        Accessible.name: text
     }
 }

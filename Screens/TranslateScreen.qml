@@ -226,7 +226,7 @@ FocusScope {
 
             PermissionRow {
                 anchors.fill: parent
-                onAllowed: root.screen.requestPermission()
+                advice: "Copy the result, then paste it yourself."
             }
         }
         ResultActions {

@@ -30,7 +30,6 @@ constexpr auto hidePanelMethod = "translateHidePanel";
 constexpr auto pasteMethod = "translatePaste";
 constexpr auto acceptToEditorMethod = "translateAcceptToEditor";
 constexpr auto checkAccessibilityMethod = "translateCheckAccessibility";
-constexpr auto requestAccessibilityMethod = "translateRequestAccessibility";
 
 constexpr auto notTrusted = "notTrusted";
 constexpr auto translateMode = "translate";
@@ -288,14 +287,6 @@ void TranslateScreenController::checkPermission() {
   channel_.invokeMethod(checkAccessibilityMethod, {}, guard_.wrap([this](const MethodReply& reply) {
     if (const auto* value = std::get_if<Value>(&reply)) setMayPaste(value->asBool().value_or(true));
   }));
-}
-
-void TranslateScreenController::requestPermission() {
-  channel_.invokeMethod(requestAccessibilityMethod, {},
-                        guard_.wrap([this](const MethodReply& reply) {
-                          const auto* value = std::get_if<Value>(&reply);
-                          if (value) setMayPaste(value->asBool().value_or(false));
-                        }));
 }
 
 void TranslateScreenController::reportCards(const QVariantList& rectangles, qreal cornerRadius) {

@@ -75,7 +75,6 @@ class TranslateScreenController : public QObject {
   /// All of the result when `selection` is empty.
   Q_INVOKABLE void copy(const QString& selection);
   Q_INVOKABLE void dismiss();
-  Q_INVOKABLE void requestPermission();
   Q_INVOKABLE void setWide(bool wide);
   Q_INVOKABLE void reportReady();
   Q_INVOKABLE void reportCards(const QVariantList& rectangles, qreal cornerRadius);

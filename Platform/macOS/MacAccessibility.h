@@ -11,6 +11,7 @@ class MacAccessibility final : public Accessibility {
  public:
   bool isProcessTrusted() const override;
   bool isProcessTrustedWithPrompt() override;
+  std::optional<std::string> obstacle() const override { return std::nullopt; }
 };
 
 }  // namespace zephyx

@@ -8,6 +8,7 @@ namespace zephyx {
 class MacDisplays final : public Displays {
  public:
   std::vector<std::shared_ptr<DisplayChannel>> externalChannels() override;
+  std::optional<std::string> channelObstacle() override { return std::nullopt; }
   std::vector<Display> onlineDisplays() override;
   bool setTransferMaximum(std::uint32_t display, double maximum) override;
 };

@@ -1,6 +1,8 @@
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 #include "Platform/Linux/Displays/DisplayConnectors.h"
+#include "Platform/Linux/Displays/LinuxDisplays.h"
 #include "Tests/Linux/ConnectorTree.h"
 
 namespace zephyx {
@@ -38,6 +40,24 @@ TEST(DisplayConnectorsTest, ADisplayPortIsReachedOverItsOwnBusAlsoBehindAHub) {
   // The same display on a second card's connector.
   tree.linkBus(tree.add("card1-HDMI-A-1", "connected"), 13);
   EXPECT_EQ(externalDisplayBuses(tree.root()), (Buses{11, 13, 14}));
+}
+
+TEST(DisplayConnectorsTest, SaysWhatKeepsTheUserFromADisplaysWire) {
+  const ConnectorTree tree;
+  const auto devices = tree.root() / "dev";
+  const auto device = devices / "i2c-3";
+  LinuxDisplays displays(nullptr, "", {tree.root(), devices});
+  EXPECT_EQ(displays.channelObstacle(), std::nullopt) << "no display";
+  tree.linkBus(tree.add("card0-HDMI-A-1", "connected"), 3);
+  EXPECT_EQ(displays.channelObstacle(),
+            "There is no " + device.string() + ": load the kernel module i2c-dev.");
+  std::filesystem::create_directories(devices);
+  std::ofstream{device};
+  EXPECT_EQ(displays.channelObstacle(), std::nullopt);
+  std::filesystem::permissions(device, std::filesystem::perms::owner_read);
+  if (access(device.c_str(), W_OK) == 0) return;  // the superuser may do anything
+  EXPECT_EQ(displays.channelObstacle(),
+            "You may not write to " + device.string() + ": join the group i2c and log in again.");
 }
 
 }  // namespace

@@ -186,5 +186,17 @@ TEST_F(ExternalDisplayBrightnessTest, OpeningTheMenuFindsNewDisplaysAndShowsTheL
   EXPECT_EQ(openedRow().slider()->value(), 0.2);
 }
 
+TEST_F(ExternalDisplayBrightnessTest, TheRowSaysWhyADisplaysBacklightCannotBeSet) {
+  launch();
+  EXPECT_EQ(openedRow().label()->text(), BrightnessMenuItemView::title);
+  statusItem().cancelTrackingWithoutAnimation();
+  desktop.displays.obstacle = "Join the group.";
+  EXPECT_EQ(openedRow().label()->text(), "External Monitor Brightness (picture only)");
+  EXPECT_EQ(openedRow().label()->toolTip(), "Join the group.");
+  statusItem().cancelTrackingWithoutAnimation();
+  desktop.displays.obstacle.reset();
+  EXPECT_EQ(openedRow().label()->text(), BrightnessMenuItemView::title);
+}
+
 }  // namespace
 }  // namespace zephyx

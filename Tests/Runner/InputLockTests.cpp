@@ -191,6 +191,13 @@ TEST_F(InputLockTest, WithoutPermissionTheUserIsToldWhereToGiveIt) {
               testing::ElementsAre(
                   "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
   expectUnlocked();
+
+  // Where nobody can give it, the user is not sent to look for it.
+  desktop.accessibility.setObstacle("There is no way here.");
+  pressHotkey(HotkeyID::trackpadLock);
+  EXPECT_EQ(desktop.alerts.shown().value_or(Alert{}).informativeText, "There is no way here.");
+  dismissFailure();
+  expectUnlocked();
 }
 
 TEST_F(InputLockTest, ARefusedTapIsReportedAtOnceAndABusyOneAfterAWhile) {
@@ -203,6 +210,8 @@ TEST_F(InputLockTest, ARefusedTapIsReportedAtOnceAndABusyOneAfterAWhile) {
   desktop.dispatch.advance(1.9);
   EXPECT_FALSE(desktop.alerts.shown());
   desktop.dispatch.advance(0.2);
+  EXPECT_THAT(desktop.alerts.shown().value_or(Alert{}).informativeText,
+              testing::StartsWith("Another program"));
   dismissFailure();
   desktop.eventTaps.refuse();
   controller.lock(InputLockTarget::keyboard);

@@ -89,9 +89,6 @@ TEST_F(TranslateScreenTest, EnterPutsTheResultOnTheClipboardAndPastesIt) {
   EXPECT_EQ(world.writtenTexts, std::vector<std::string>{" Hello\n"})
       << "with the white space that the selection had";
   EXPECT_TRUE(waitFor([&] { return !screen()->mayPaste(); }));
-  world.replies["translateRequestAccessibility"] = Value(true);
-  screen()->requestPermission();
-  EXPECT_TRUE(waitFor([&] { return screen()->mayPaste(); }));
 
   world.press(Qt::Key_C, Qt::ControlModifier);
   EXPECT_EQ(world.writtenTexts.back(), "Hello");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <utility>
+
 #include "Platform/Accessibility.h"
 
 namespace zephyx {
@@ -12,6 +14,13 @@ class SimulatedAccessibility final : public Accessibility {
     return isTrusted_;
   }
 
+  std::optional<std::string> obstacle() const override { return obstacle_; }
+
+  /// Of a system on which the user cannot give the permission.
+  void setObstacle(std::string obstacle) {
+    isTrusted_ = false;
+    obstacle_ = std::move(obstacle);
+  }
   /// The user's own switch; on at first.
   void setTrusted(bool isTrusted) { isTrusted_ = isTrusted; }
   /// The permission stays listed but has no effect: typed events are dropped.
@@ -23,6 +32,7 @@ class SimulatedAccessibility final : public Accessibility {
   bool isTrusted_ = true;
   bool grantWorks_ = true;
   int promptCount_ = 0;
+  std::optional<std::string> obstacle_;
 };
 
 }  // namespace zephyx

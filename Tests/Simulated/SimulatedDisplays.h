@@ -45,9 +45,11 @@ class SimulatedDisplays final : public Displays {
   explicit SimulatedDisplays(SimulatedDispatch& dispatch) : dispatch_(dispatch) {}
 
   std::vector<std::shared_ptr<DisplayChannel>> externalChannels() override;
+  std::optional<std::string> channelObstacle() override { return obstacle; }
   std::vector<Display> onlineDisplays() override;
   bool setTransferMaximum(std::uint32_t display, double maximum) override;
 
+  std::optional<std::string> obstacle;
   /// Its id.
   std::uint32_t plugIn(Kind kind);
   void pullOut(std::uint32_t display);

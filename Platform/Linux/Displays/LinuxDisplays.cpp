@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <utility>
 
 #include "Platform/Linux/Displays/DisplayConnectors.h"
@@ -27,11 +28,26 @@ LinuxDisplays::~LinuxDisplays() {
 std::vector<std::shared_ptr<DisplayChannel>> LinuxDisplays::externalChannels() {
   std::vector<std::shared_ptr<DisplayChannel>> channels;
   for (const int bus : externalDisplayBuses(roots_.sysfs)) {
-    auto path = (roots_.devices / ("i2c-" + std::to_string(bus))).string();
+    auto path = devicePath(bus);
     if (access(path.c_str(), R_OK | W_OK) != 0) continue;
     channels.push_back(std::make_shared<I2cChannel>(std::move(path)));
   }
   return channels;
+}
+
+std::optional<std::string> LinuxDisplays::channelObstacle() {
+  for (const int bus : externalDisplayBuses(roots_.sysfs)) {
+    const auto path = devicePath(bus);
+    if (access(path.c_str(), R_OK | W_OK) == 0) continue;
+    return errno == ENOENT
+               ? "There is no " + path + ": load the kernel module i2c-dev."
+               : "You may not write to " + path + ": join the group i2c and log in again.";
+  }
+  return std::nullopt;
+}
+
+std::string LinuxDisplays::devicePath(int bus) const {
+  return (roots_.devices / ("i2c-" + std::to_string(bus))).string();
 }
 
 std::vector<Display> LinuxDisplays::onlineDisplays() {

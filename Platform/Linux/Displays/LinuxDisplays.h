@@ -27,6 +27,7 @@ class LinuxDisplays final : public Displays {
   ~LinuxDisplays() override;
 
   std::vector<std::shared_ptr<DisplayChannel>> externalChannels() override;
+  std::optional<std::string> channelObstacle() override;
   std::vector<Display> onlineDisplays() override;
   bool setTransferMaximum(std::uint32_t display, double maximum) override;
 
@@ -36,6 +37,7 @@ class LinuxDisplays final : public Displays {
     GammaRamp shown;  ///< as the server has it
   };
 
+  std::string devicePath(int bus) const;
   void restore(std::uint32_t display);
   /// Before a ramp is changed, and after it was given back.
   void keepOriginals() const;

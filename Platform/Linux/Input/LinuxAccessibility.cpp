@@ -13,4 +13,9 @@ bool LinuxAccessibility::isProcessTrusted() const {
   return extension && extension->present;
 }
 
+std::optional<std::string> LinuxAccessibility::obstacle() const {
+  if (isProcessTrusted()) return std::nullopt;
+  return "This X server has no XTEST extension, which Zephyx needs for keyboard and mouse.";
+}
+
 }  // namespace zephyx

@@ -10,6 +10,7 @@ class LinuxAccessibility : public Accessibility {
  public:
   bool isProcessTrusted() const override;
   bool isProcessTrustedWithPrompt() override { return isProcessTrusted(); }
+  std::optional<std::string> obstacle() const override;
 };
 
 }  // namespace zephyx
