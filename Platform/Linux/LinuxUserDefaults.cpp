@@ -1,6 +1,8 @@
 #include "Platform/Linux/LinuxUserDefaults.h"
 
+#include <QtCore/QDateTime>
 #include <QtCore/QFile>
+#include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
 #include <cstddef>
 #include <cstdint>
@@ -35,14 +37,18 @@ LinuxUserDefaults::~LinuxUserDefaults() {
 
 void LinuxUserDefaults::load() {
   QFile file(QString::fromStdString(path_));
-  if (!file.open(QIODevice::ReadOnly)) return;
-  QJsonParseError error{};
-  const auto document = QJsonDocument::fromJson(file.readAll(), &error);
+  const bool isOpen = file.open(QIODevice::ReadOnly);
+  if (!isOpen && !QFileInfo::exists(file.fileName())) return;
+  const auto document = isOpen ? QJsonDocument::fromJson(file.readAll()) : QJsonDocument();
   if (document.isObject()) {
     values_ = document.object();
     return;
   }
-  const auto aside = path_ + ".damaged";
+  auto aside = path_ + ".damaged";
+  // What was set aside before is not written over either.
+  if (QFileInfo::exists(QString::fromStdString(aside))) {
+    aside += '-' + std::to_string(QDateTime::currentMSecsSinceEpoch());
+  }
   std::rename(path_.c_str(), aside.c_str());
   log_.log("[Defaults] settings file not readable, kept as " + aside);
 }

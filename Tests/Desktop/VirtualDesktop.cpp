@@ -48,9 +48,9 @@ void require(bool condition, const std::string& what) {
 
 Environment desktopEnvironment(const std::filesystem::path& home) {
   Environment result = currentEnvironment();
-  for (const char* name :
-       {"WAYLAND_DISPLAY", "XAUTHORITY", "SESSION_MANAGER", "QT_QPA_PLATFORM", "QT_SCALE_FACTOR",
-        "QT_STYLE_OVERRIDE", "GTK_MODULES", "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"})
+  for (const char* name : {"WAYLAND_DISPLAY", "XDG_SESSION_TYPE", "XAUTHORITY", "SESSION_MANAGER",
+                           "QT_QPA_PLATFORM", "QT_SCALE_FACTOR", "QT_STYLE_OVERRIDE", "GTK_MODULES",
+                           "XDG_CURRENT_DESKTOP", "DESKTOP_SESSION"})
     result.erase(name);
   const std::pair<const char*, std::filesystem::path> directories[] = {
       {"HOME", home},
@@ -151,6 +151,10 @@ void VirtualDesktop::startCompositor() {
   compositor_ = start({"picom", "--backend", "xrender", "--config", "/dev/null"});
   require(waitFor([&] { return windows_->selectionOwner("_NET_WM_CM_S0") != 0; }, kStartDeadline),
           "the compositor did not start");
+}
+
+void VirtualDesktop::stopCompositor() {
+  compositor_.terminate();
 }
 
 void VirtualDesktop::startTray() {

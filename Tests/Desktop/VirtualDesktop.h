@@ -65,6 +65,8 @@ class VirtualDesktop {
 
   void startTray();
   void stopTray();
+  void startCompositor();
+  void stopCompositor();
 
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.
@@ -73,7 +75,6 @@ class VirtualDesktop {
   void startServerWithOutputs();
   void startSessionBus();
   void startWindowManager();
-  void startCompositor();
 
   TemporaryDirectory directory_;
   std::filesystem::path home_;

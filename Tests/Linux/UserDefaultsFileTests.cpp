@@ -63,6 +63,37 @@ TEST_F(UserDefaultsFileTest, ADamagedFileIsKeptAsideAndNotWrittenOver) {
   }
   EXPECT_EQ(contents(file() + ".damaged"), "{\"flutter.name\": {\"stri");
   EXPECT_EQ(LinuxUserDefaults(folder(), log_).string("other"), "value");
+
+  std::ofstream(file()) << "[]";
+  LinuxUserDefaults(folder(), log_).setString("other", "again");
+  EXPECT_EQ(contents(file() + ".damaged"), "{\"flutter.name\": {\"stri");
+  std::filesystem::remove(file());
+  std::filesystem::create_directory(file());  // as little to be read as another user's file
+  LinuxUserDefaults(folder(), log_).setString("other", "at last");
+  EXPECT_EQ(LinuxUserDefaults(folder(), log_).string("other"), "at last");
+  EXPECT_EQ(log_.lines, 3);
+  std::size_t kept = 0;
+  for (const auto& each : std::filesystem::directory_iterator(folder())) {
+    kept += each.path().filename().string().starts_with("defaults.json.damaged");
+  }
+  EXPECT_EQ(kept, 3u);
+}
+
+TEST_F(UserDefaultsFileTest, WhatALaterVersionWroteSurvivesAWrite) {
+  std::filesystem::create_directories(folder());
+  std::filesystem::copy_file(ZEPHYX_TEST_DATA "/homes/newer/defaults.json", file());
+  {
+    LinuxUserDefaults defaults(folder(), log_);
+    EXPECT_EQ(defaults.string("flutter.clipboardHistoryLimit"), "250");
+    EXPECT_EQ(defaults.string("sync.v3"), std::nullopt);
+    EXPECT_EQ(defaults.string("theme"), std::nullopt);
+    defaults.setString("other", "value");
+  }
+  const auto written = contents(file());
+  for (const auto* part :
+       {"\"sync.v3\"", "\"etag\": \"x\"", "\"theme\": \"plain text\"", "\"since\""}) {
+    EXPECT_NE(written.find(part), std::string::npos) << part;
+  }
 }
 
 TEST_F(UserDefaultsFileTest, AFolderThatCannotBeWrittenIsLoggedAndValuesStay) {

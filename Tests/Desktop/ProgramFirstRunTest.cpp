@@ -1,0 +1,230 @@
+#include <algorithm>
+#include <cstdlib>
+#include <iostream>
+#include <sstream>
+#include <utility>
+
+#include "Tests/Desktop/ProgramTest.h"
+#include "Tests/Desktop/PulseServer.h"
+
+namespace zephyx {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// A stranger starts the program on a desktop that lacks something, or on the home folder of an
+/// earlier version.
+class ProgramFirstRunTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    if (!HasFailure() || !program_) return;
+    desktop_->screenshot(
+        fs::path("failures") /
+        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png"));
+    std::cerr << "The program's log:\n" << program_->log();
+  }
+
+  void makeDesktop(const VirtualDesktopOptions& options = {}) {
+    program_.reset();
+    desktop_.reset();
+    desktop_ = std::make_unique<VirtualDesktop>(options);
+  }
+  void startProgram(const Environment& additions = {}) {
+    program_ = std::make_unique<ZephyxProcess>(*desktop_, additions);
+    ASSERT_TRUE(program_->waitUntilReady()) << program_->log();
+  }
+  DesktopInput& input() { return desktop_->input(); }
+
+  /// Where the notices in the main window end, by the coloured line at the left of each.
+  std::vector<int> notices() {
+    const auto window = program_->mainWindow();
+    if (!window) return {};
+    constexpr std::uint32_t lineColor = 0xffc66d;
+    const auto column = desktop_->windows().pixels(window->id, lineX, 0, 1, window->height);
+    std::vector<int> ends;
+    for (std::size_t y = 1; y < column.size(); ++y) {
+      const bool was = (column[y - 1] & 0xffffff) == lineColor;
+      if (was && (column[y] & 0xffffff) != lineColor) ends.push_back(static_cast<int>(y));
+    }
+    return ends;
+  }
+  bool shows(std::size_t count) {
+    return waitFor([&] { return program_->mainWindow() && notices().size() == count; },
+                   std::chrono::seconds(10));
+  }
+  bool hasPanel() {
+    return waitFor([&] {
+      const auto panel = program_->panel();
+      return panel && desktop_->windows().focused() == panel->id;
+    });
+  }
+
+  static constexpr int lineX = 33;
+  std::unique_ptr<VirtualDesktop> desktop_;
+  std::unique_ptr<ZephyxProcess> program_;
+};
+
+TEST_F(ProgramFirstRunTest, WithoutATrayItSaysSoAndEverythingOpensAnotherWay) {
+  makeDesktop();
+  startProgram({{"DBUS_SESSION_BUS_ADDRESS", ""}});  // nor a session bus
+  ASSERT_TRUE(shows(1));
+  const auto window = *program_->mainWindow();
+  input().click(window.x + lineX + 50, window.y + notices().front() - 15);
+  EXPECT_TRUE(waitFor([&] { return program_->menu().has_value(); }));
+  input().tap(key::Escape);
+  EXPECT_TRUE(waitFor([&] { return !program_->menu(); }));
+  input().chord({key::Shift, key::Super, key::Space});
+  ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
+  input().chord({key::Shift, key::Super, key::V});
+  ASSERT_TRUE(hasPanel());
+  input().tap(key::Escape);
+  ASSERT_TRUE(waitFor([&] { return !program_->panel(); }));
+  EXPECT_EQ(desktop_->start({ZephyxProcess::executable().string()}).waitForExit(), 0);
+  ASSERT_TRUE(waitFor([&] { return program_->mainWindow().has_value(); }));
+  EXPECT_TRUE(shows(1));
+
+  desktop_->startTray();
+  EXPECT_TRUE(shows(0));
+  EXPECT_TRUE(waitFor([&] { return program_->trayIcon().has_value(); }));
+  desktop_->stopTray();
+  EXPECT_TRUE(shows(1));
+}
+
+TEST_F(ProgramFirstRunTest, AWaylandSessionIsNamedInTheWindowAndWithoutADisplayOnTheTerminal) {
+  makeDesktop({.tray = true});
+  const Environment wayland{{"XDG_SESSION_TYPE", "wayland"}, {"WAYLAND_DISPLAY", "wayland-0"}};
+  startProgram(wayland);
+  EXPECT_TRUE(shows(1));
+
+  const auto output = desktop_->home() / "output";
+  for (const char* display : {"", ":4711"}) {
+    auto environment = wayland;
+    environment["DISPLAY"] = display;
+    auto lost = desktop_->start({ZephyxProcess::executable().string()}, environment, output);
+    EXPECT_EQ(lost.waitForExit(), EXIT_FAILURE);
+    const auto words = readFile(output);
+    EXPECT_NE(words.find("cannot reach an X11 display"), std::string::npos) << words;
+    EXPECT_NE(words.find("Wayland session"), std::string::npos) << words;
+  }
+}
+
+TEST_F(ProgramFirstRunTest, PanelsAreOpaqueUntilACompositorRunsAndAgainAfterIt) {
+  makeDesktop({.tray = true});
+  startProgram();
+  const auto pixel = [&](int x, int y) {
+    const auto seen = desktop_->windows().pixels(desktop_->windows().root(), x, y, 1, 1);
+    return seen.empty() ? 0 : seen.front() & 0xffffff;
+  };
+  constexpr int farBelow = 799;
+  const auto isOpaque = [&](bool opaque) {
+    return waitFor([&] {
+      const auto panel = program_->panel();
+      const auto corner = panel ? pixel(panel->x, panel->y) : 0;  // black is what must not be
+      return corner != 0 && (corner != pixel(0, farBelow)) == opaque;
+    });
+  };
+  const auto reopen = [&] {
+    input().tap(key::Escape);
+    EXPECT_TRUE(waitFor([&] { return !program_->panel(); }));
+    input().chord({key::Shift, key::Super, key::V});
+    EXPECT_TRUE(hasPanel());
+  };
+  input().chord({key::Shift, key::Super, key::Space});  // the notes, which stand behind
+  ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
+  input().chord({key::Shift, key::Super, key::V});
+  ASSERT_TRUE(hasPanel());
+  EXPECT_TRUE(isOpaque(true));
+  desktop_->startCompositor();
+  EXPECT_TRUE(isOpaque(true)) << "the open panel stays as it is";
+  reopen();
+  EXPECT_TRUE(isOpaque(false));
+  desktop_->stopCompositor();
+  EXPECT_TRUE(isOpaque(true));
+  reopen();
+  EXPECT_TRUE(isOpaque(true));
+}
+
+TEST_F(ProgramFirstRunTest, AServerWithoutTypingOrDevicesOfItsOwnStillGivesTheHistory) {
+  for (const char* extension : {"XTEST", "XInputExtension"}) {
+    SCOPED_TRACE(extension);
+    makeDesktop({.serverArguments = {"-extension", extension}});
+    startProgram();
+    desktop_->copy("recorded");
+    EXPECT_TRUE(program_->waitForEntry("recorded"));
+    EXPECT_EQ(desktop_->start({ZephyxProcess::executable().string()}).waitForExit(), 0);
+  }
+}
+
+TEST_F(ProgramFirstRunTest, TheMicrophoneIsFoundWhenTheSoundServerComesLater) {
+  makeDesktop({.tray = true});
+  startProgram();
+  ASSERT_TRUE(waitFor([&] { return program_->trayIcon().has_value(); }));
+  const PulseServer server(*desktop_);
+  // Who looks at the row makes the program look too.
+  const auto icon = program_->trayIcon();
+  input().click(icon->centerX(), icon->centerY());
+  EXPECT_TRUE(waitFor([&] { return server.hasClient("Zephyx"); }, std::chrono::seconds(2)));
+  input().tap(key::Escape);
+  EXPECT_TRUE(waitFor([&] { return !program_->menu(); }));
+  input().chord({key::Control, key::Alt, key::Super, key::M});
+  EXPECT_TRUE(waitFor([&] { return server.isMuted("mic0"); }));
+}
+
+TEST_F(ProgramFirstRunTest, HomesOfEarlierAndLaterVersionsLoseNothing) {
+  for (const auto* version : {"first", "present", "newer"}) {
+    SCOPED_TRACE(version);
+    makeDesktop();
+    const fs::path home = fs::path(ZEPHYX_TEST_DATA) / "homes" / version;
+    const auto settings = desktop_->configHome() / "com.zephyx.app" / "defaults.json";
+    const auto data = desktop_->dataHome() / "com.zephyx.app";
+    fs::create_directories(settings.parent_path());
+    fs::create_directories(data);
+    fs::copy_file(home / "defaults.json", settings);
+    for (const std::string store : {"clipboard_history", "notes"}) {
+      ASSERT_EQ(desktop_
+                    ->run({"sqlite3", (data / (store + ".sqlite")).string()},
+                          readFile(home / (store + ".sql")))
+                    .status,
+                0);
+    }
+    program_ = std::make_unique<ZephyxProcess>(*desktop_);
+    constexpr std::uint16_t controlAltSuper = 0x4c;
+    ASSERT_TRUE(
+        waitFor([&] { return desktop_->windows().isGrabbedByOthers(key::B, controlAltSuper); },
+                std::chrono::seconds(10)));
+    const TargetProgram target(*desktop_, TargetProgram::Kind::Qt);
+    ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
+    // Where the earlier version's user had put it.
+    input().chord({key::Control, key::Alt, key::Super, key::B});
+    ASSERT_TRUE(hasPanel());
+    input().tap(key::Return);
+    EXPECT_TRUE(target.waitForText("newest of the old")) << target.text();
+    EXPECT_EQ(program_->history().count(), 4);
+    for (const auto& file : fs::directory_iterator(data))
+      EXPECT_EQ(file.path().filename().string().find(".sqlite."), std::string::npos) << file;
+
+    const auto lines = [](const std::string& text) {
+      std::vector<std::string> found;
+      std::istringstream stream(text);
+      for (std::string line; std::getline(stream, line);) {
+        line.erase(std::remove(line.begin(), line.end(), ' '), line.end());
+        if (!line.empty() && line.back() == ',') line.pop_back();
+        found.push_back(line);
+      }
+      std::sort(found.begin(), found.end());
+      return found;
+    };
+    auto before = lines(readFile(home / "defaults.json"));
+    std::erase(before, R"("string":"17")");  // how often that hotkey was used
+    std::vector<std::string> after;
+    ASSERT_TRUE(waitFor([&] {
+      after = lines(readFile(settings));
+      return std::binary_search(after.begin(), after.end(), R"("string":"18")");
+    }));
+    EXPECT_TRUE(std::includes(after.begin(), after.end(), before.begin(), before.end()))
+        << readFile(settings);
+  }
+}
+
+}  // namespace
+}  // namespace zephyx
