@@ -115,6 +115,9 @@ class CaptureRecordingTest : public CaptureTest {
   void release(const Keys& keys) {
     for (auto key = keys.rbegin(); key != keys.rend(); ++key) input().releaseKey(*key);
   }
+  static std::uint8_t keyOf(const HotkeyConfig& config) {
+    return static_cast<std::uint8_t>(xKeycodeFromMac(config.keyCode));
+  }
   /// Every hotkey of the table fires, and nothing else.
   void expectAllHotkeys() {
     for (const auto& [id, config] : hotkeys().configs()) {
@@ -123,7 +126,7 @@ class CaptureRecordingTest : public CaptureTest {
       if (config.modifiers & carbonModifier::option) keys.push_back(key::Alt);
       if (config.modifiers & carbonModifier::shift) keys.push_back(key::Shift);
       if (config.modifiers & carbonModifier::command) keys.push_back(key::Super);
-      keys.push_back(static_cast<std::uint8_t>(xKeycodeFromMac(config.keyCode)));
+      keys.push_back(keyOf(config));
       fired_.clear();
       isCaptured_ = false;
       press(keys);
@@ -265,16 +268,47 @@ TEST_F(CaptureRecordingTest, ACombinationOfAnotherProgramIsRefusedAndTheOldOneWo
 }
 
 TEST_F(CaptureRecordingTest, LabelsFollowTheLayoutAndKeysKeepTheirPlaces) {
-  const HotkeyConfig z{6, carbonModifier::control | carbonModifier::command};
+  const HotkeyConfig z{6, carbonModifier::control | carbonModifier::option};
+  const HotkeyConfig dash{27, carbonModifier::control | carbonModifier::command};
   ASSERT_EQ(hotkeys().set(HotkeyID::micMute, z, platform().userDefaults()), std::nullopt);
-  EXPECT_EQ(hotkeys().displayString(z), "⌃⌘Z");
-  const std::pair<const char*, const char*> labels[] = {
-      {"de", "⌃⌘Y"}, {"ru", "⌃⌘Я"}, {"us", "⌃⌘Z"}};
-  for (const auto& [layout, label] : labels) {
-    desktop().run({"setxkbmap", layout});
-    EXPECT_TRUE(runUntil([&] { return hotkeys().displayString(z) == label; }))
+  EXPECT_EQ(hotkeys().displayString(z), "⌃⌥Z");
+  struct Case {
+    const char* layout;
+    unsigned group;
+    const char* z;
+    const char* dash;
+  };
+  const Case cases[] = {{"de", 0, "⌃⌥Y", "⌃⌘ß"},    {"fr", 0, "⌃⌥W", "⌃⌘)"},
+                        {"ru", 0, "⌃⌥Я", "⌃⌘-"},    {"dvorak", 0, "⌃⌥;", "⌃⌘["},
+                        {"us,ru", 1, "⌃⌥Я", "⌃⌘-"}, {"us,de", 1, "⌃⌥Y", "⌃⌘ß"},
+                        {"us,de", 0, "⌃⌥Z", "⌃⌘-"}};
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.layout);
+    // Alt and Shift together switch to the next layout, and are no combination of their own.
+    desktop().run({"setxkbmap", test.layout, "-option", "", "-option", "grp:alt_shift_toggle"});
+    input().lockLayout(test.group);
+    EXPECT_TRUE(runUntil([&] { return hotkeys().displayString(z) == test.z; }))
         << hotkeys().displayString(z);
     expectAllHotkeys();
+    const std::pair<Keys, HotkeyCaptured> recorded[] = {
+        {{key::Control, key::Alt, key::Z}, {z, test.z}},
+        {{key::Control, key::Super, keyOf(dash)}, {dash, test.dash}}};
+    for (const auto& [keys, expected] : recorded) {
+      record();
+      press({key::Alt, key::Shift});
+      release({key::Alt, key::Shift});
+      EXPECT_TRUE(runsWithout([&] { return !results_.empty(); }, 30ms));
+      input().lockLayout(test.group);
+      press(keys);
+      EXPECT_TRUE(runUntil([&] { return !results_.empty(); }));
+      release(keys);
+      ASSERT_EQ(results_.size(), 1u);
+      const auto* captured = std::get_if<HotkeyCaptured>(&results_.front());
+      ASSERT_NE(captured, nullptr);
+      EXPECT_EQ(captured->config, expected.config);
+      EXPECT_EQ(captured->display, expected.display);
+      results_.clear();
+    }
   }
 }
 

@@ -69,6 +69,24 @@ TEST_F(CaptureSelectionTest, FetchesTheSelectionOfEveryKindOfProgramAndPutsTheCl
   EXPECT_EQ(entries().back(), "a copy of the user's own");
 }
 
+TEST_F(CaptureSelectionTest, FetchesTheSelectionInEveryLayout) {
+  const std::pair<const char*, unsigned> layouts[] = {
+      {"us,ru", 1}, {"dvorak,ru", 1}, {"fr", 0}, {"us,de", 1}};
+  for (const auto kind : {Kind::Gtk, Kind::Qt}) {
+    const TargetProgram target(desktop(), kind, "selected");
+    input().chord({key::Control, key::A});
+    for (const auto& [layout, group] : layouts) {
+      SCOPED_TRACE(TargetProgram::name(kind) + ", " + layout);
+      desktop().run({"setxkbmap", layout});
+      input().lockLayout(group);
+      EXPECT_EQ(captured(), "selected");
+      EXPECT_EQ(input().lockedLayout(), group);
+    }
+    desktop().run({"setxkbmap", "us"});
+    input().lockLayout(0);
+  }
+}
+
 TEST_F(CaptureSelectionTest, AClipboardThatWasEmptyIsEmptyAgain) {
   const TargetProgram target(desktop(), Kind::Qt, "selected");
   ASSERT_TRUE(isClipboardOwnerless());

@@ -10,6 +10,11 @@
 
 #include "Tests/Desktop/XcbReply.h"
 
+// A member of this C header is called `explicit`.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
 namespace zephyx {
 namespace {
 
@@ -33,6 +38,8 @@ DesktopInput::DesktopInput(const std::string& display)
   if (xcb_connection_has_error(connection_)) throw std::runtime_error("no X server " + display);
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   const auto* extension = xcb_get_extension_data(connection_, &xcb_input_id);
+  owned(
+      xcb_xkb_use_extension_reply(connection_, xcb_xkb_use_extension(connection_, 1, 0), nullptr));
   deviceKeyPress_ = static_cast<std::uint8_t>(extension->first_event + XCB_INPUT_DEVICE_KEY_PRESS);
 }
 
@@ -94,6 +101,19 @@ void DesktopInput::chord(std::initializer_list<std::uint8_t> keyCodes) {
 
 void DesktopInput::type(const std::string& text) {
   for (const char character : text) tap(keyCodeOf(character));
+}
+
+void DesktopInput::lockLayout(unsigned number) {
+  xcb_xkb_latch_lock_state(connection_, XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1,
+                           static_cast<std::uint8_t>(number), 0, 0, 0);
+  (void)lockedLayout();
+}
+
+unsigned DesktopInput::lockedLayout() const {
+  const auto state = owned(xcb_xkb_get_state_reply(
+      connection_, xcb_xkb_get_state(connection_, XCB_XKB_ID_USE_CORE_KBD), nullptr));
+  if (!state) throw std::runtime_error("the X server has no keyboard extension");
+  return state->lockedGroup;
 }
 
 std::vector<std::uint8_t> DesktopInput::pressedKeys() const {

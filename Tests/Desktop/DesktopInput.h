@@ -85,6 +85,9 @@ class DesktopInput {
   void tap(std::uint8_t keyCode) { chord({keyCode}); }
   /// Lower-case letters, digits, blanks and line ends of a US layout.
   void type(const std::string& text);
+  /// Of the keyboard's layouts, the one with this number is in effect from now on.
+  void lockLayout(unsigned number);
+  unsigned lockedLayout() const;
   /// The keys that the server holds for down, over all keyboards.
   std::vector<std::uint8_t> pressedKeys() const;
 

@@ -66,7 +66,9 @@ TEST_F(InputHotKeysTest, FiresOncePerPressWhateverLocksAndLayoutAre) {
       {"both locks", {"us"}, 0, {key::CapsLock, key::NumLock}},
       {"German", {"de"}, 0, {}},
       {"Russian, Num Lock", {"ru"}, 0, {key::NumLock}},
+      {"French", {"fr"}, 0, {}},
       {"second layout in effect", {"us,ru"}, 1, {}},
+      {"switched by two modifiers", {"us,de", "-option", "grp:alt_shift_toggle"}, 1, {}},
       {"Dvorak, both locks", {"dvorak"}, 0, {key::CapsLock, key::NumLock}},
   };
   for (const auto keyboard :
@@ -192,18 +194,19 @@ TEST_F(InputHotKeysTest, LayoutGivesTheUnshiftedCharacterOfTheLayoutInEffect) {
   struct Case {
     std::vector<std::string> layout;
     unsigned group;
-    const char* characters;  // of the positions q, z, -, ', v
+    const char* characters;  // of the positions q, z, -, ', v, ., [, =, `
   };
   const Case cases[] = {
-      {{"us"}, 0, "q z - ' v"}, {{"de"}, 0, "q y ß ä v"},    {{"ru"}, 0, "й я - э м"},
-      {{"fr"}, 0, "a w ) ù v"}, {{"us,ru"}, 1, "й я - э м"}, {{}, 0, "q z - ' v"},
-      {{}, 1, "й я - э м"},
+      {{"us"}, 0, "q z - ' v . [ = `"},     {{"de"}, 0, "q y ß ä v . ü ´ ^"},
+      {{"ru"}, 0, "й я - э м ю х = ё"},     {{"fr"}, 0, "a w ) ù v : ^ = ²"},
+      {{"dvorak"}, 0, "' ; [ - k v / ] `"}, {{"us,ru"}, 1, "й я - э м ю х = ё"},
+      {{}, 0, "q z - ' v . [ = `"},         {{}, 1, "й я - э м ю х = ё"},
   };
   for (const auto& test : cases) {
     setLayout(test.layout, test.group);
     pumpAll();
     std::string characters;
-    for (const std::uint32_t code : {0x0C, 0x06, 0x1B, 0x27, 0x09})
+    for (const std::uint32_t code : {0x0C, 0x06, 0x1B, 0x27, 0x09, 0x2F, 0x21, 0x18, 0x32})
       characters += (characters.empty() ? "" : " ") + layout.character(code);
     EXPECT_EQ(characters, test.characters);
   }

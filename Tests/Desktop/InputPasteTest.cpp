@@ -131,6 +131,7 @@ TEST_F(InputPasteTest, FindsTheKeyInEveryLayout) {
       paste();
       expected += "in " + test.layout.front() + ".";
       pumpFor(std::chrono::milliseconds(50));
+      EXPECT_EQ(input().lockedLayout(), test.group);
       if (test.capsLock) input().tap(key::CapsLock);
       setLayout({"us"});
       pumpAll();
@@ -183,15 +184,32 @@ TEST_F(InputPasteTest, TypesTheChordsOfTerminals) {
   const auto terminal = desktop().start(
       {"xterm", "-class", "Alacritty", "-xrm",
        "*VT100.translations: #override Ctrl Shift <Key>V: insert-selection(CLIPBOARD)\\n"
-       "Ctrl Shift <Key>C: string(copied)",
+       "Ctrl Shift <Key>C: string(copied;)",
        "-e", "sh", "-c", "stty -icanon; exec cat >>\"$0\"", file.string()});
   const auto window = windows().waitForClass("Alacritty");
   ASSERT_TRUE(windows().activate(window.id));
-  copy("pasted;");
+  // Such a terminal does not look for the letter in other layouts than the one in effect.
+  const std::pair<const char*, unsigned> layouts[] = {{"us", 0}, {"us,ru", 1}};
+  std::string typed;
+  for (const auto& [layout, group] : layouts) {
+    SCOPED_TRACE(layout);
+    setLayout({layout}, group);
+    pumpAll();
+    copy("pasted;");
+    paste();
+    typed += "pasted;";
+    EXPECT_TRUE(pumpUntil([&] { return readFile(file) == typed; })) << readFile(file);
+    EXPECT_TRUE(poster_->postKey(keyCode::c, eventModifier::command));
+    typed += "copied;";
+    EXPECT_TRUE(pumpUntil([&] { return readFile(file) == typed; })) << readFile(file);
+    EXPECT_EQ(input().lockedLayout(), group);
+  }
+  // No key is Control and Shift then, but the layout is not switched over it.
+  setLayout({"us,ru", "-option", "grp:ctrl_shift_toggle"});
+  pumpAll();
   paste();
-  EXPECT_TRUE(pumpUntil([&] { return readFile(file) == "pasted;"; })) << readFile(file);
-  EXPECT_TRUE(poster_->postKey(8, eventModifier::command));
-  EXPECT_TRUE(pumpUntil([&] { return readFile(file) == "pasted;copied"; })) << readFile(file);
+  EXPECT_EQ(input().lockedLayout(), 0u);
+  setLayout({"us", "-option", ""});
 
   // Control-C would end what runs in an xterm.
   TargetProgram xterm(desktop(), Kind::Terminal);

@@ -3,11 +3,6 @@
 #include "Platform/Linux/Input/ToolkitEvents.h"
 #include "Platform/Linux/X11.h"
 
-// A member of this C header is called `explicit`.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
-
 namespace zephyx {
 
 void InputTest::SetUp() {
@@ -56,13 +51,7 @@ void InputTest::setLayout(const std::vector<std::string>& arguments, unsigned gr
     command.insert(command.end(), arguments.begin(), arguments.end());
     ASSERT_EQ(desktop_->run(command).status, 0);
   }
-  X11Connection x11;
-  const XReply<xcb_xkb_use_extension_reply_t> used(
-      xcb_xkb_use_extension_reply(x11.get(), xcb_xkb_use_extension(x11.get(), 1, 0), nullptr));
-  xcb_xkb_latch_lock_state(x11.get(), XCB_XKB_ID_USE_CORE_KBD, 0, 0, 1,
-                           static_cast<std::uint8_t>(group), 0, 0, 0);
-  const XReply<xcb_get_input_focus_reply_t> done(
-      xcb_get_input_focus_reply(x11.get(), xcb_get_input_focus(x11.get()), nullptr));
+  input().lockLayout(group);
 }
 
 }  // namespace zephyx

@@ -86,6 +86,10 @@ std::optional<std::uint16_t> macKeyCodeFromX(int xKeycode) {
   return mac;
 }
 
+bool isModifierKeyCode(std::uint32_t macKeyCode) {
+  return macKeyCode >= 0x36 && macKeyCode <= 0x3E;
+}
+
 char usLetterOfMacKeyCode(std::uint32_t macKeyCode) {
   return macKeyCode < tables.letters.size() ? tables.letters[macKeyCode] : '\0';
 }

@@ -8,6 +8,7 @@
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Platform/Linux/Input/HeldKeys.h"
 #include "Platform/Linux/Input/KeyCodes.h"
+#include "Platform/Linux/Input/LayoutLock.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Linux/Input/TerminalPrograms.h"
 #include "Platform/Linux/Input/ToolkitEvents.h"
@@ -64,7 +65,8 @@ bool LinuxEventPoster::postKey(std::uint16_t keyCode, std::uint64_t modifierFlag
 
 std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t keyCode,
                                                                   std::uint64_t modifierFlags) {
-  Chord chord{keyFor(keyCode), xModifiersFromCocoa(modifierFlags)};
+  auto chord = keyFor(keyCode);
+  chord.modifiers = xModifiersFromCocoa(modifierFlags);
   if (chord.key == 0) return std::nullopt;
   const char letter = usLetterOfMacKeyCode(keyCode);
   if (modifierFlags != eventModifier::command || (letter != 'v' && letter != 'c')) return chord;
@@ -79,19 +81,19 @@ std::optional<LinuxEventPoster::Chord> LinuxEventPoster::chordFor(std::uint16_t 
       return chord;
     case PasteStyle::shiftInsert:
       if (!pasteboard_.offerAsPrimary()) return std::nullopt;
-      return Chord{insertKey, XCB_MOD_MASK_SHIFT};
+      return Chord{insertKey, XCB_MOD_MASK_SHIFT, {}};
   }
   return std::nullopt;
 }
 
-std::uint8_t LinuxEventPoster::keyFor(std::uint16_t keyCode) const {
+LinuxEventPoster::Chord LinuxEventPoster::keyFor(std::uint16_t keyCode) const {
   const char letter = usLetterOfMacKeyCode(keyCode);
   // The keysyms of small Latin letters are their ASCII codes.
   if (letter) {
     const auto key = keymap_.keyWithSymbol(static_cast<xkb_keysym_t>(letter));
-    if (key != 0) return key;
+    if (key) return {key->code, 0, key->layout};
   }
-  return static_cast<std::uint8_t>(xKeycodeFromMac(keyCode));
+  return {static_cast<std::uint8_t>(xKeycodeFromMac(keyCode)), 0, {}};
 }
 
 std::string LinuxEventPoster::activeWindowClass() {
@@ -106,14 +108,13 @@ std::string LinuxEventPoster::activeWindowClass() {
 bool LinuxEventPoster::type(Chord chord) {
   auto* connection = x11_->get();
   const auto modifierMap = ModifierMap::read(connection);
-  std::vector<std::uint8_t> keys;
+  std::vector<std::uint8_t> modifiers;
   for (const auto modifier : chordModifiers) {
     if (!(chord.modifiers & modifier)) continue;
     const auto key = modifierMap.keyFor(modifier);
     if (key == 0) return false;
-    keys.push_back(key);
+    modifiers.push_back(key);
   }
-  keys.push_back(chord.key);
 
   // While a hot key is held its grab would bring the chord to this program.
   xcb_ungrab_keyboard(connection, XCB_CURRENT_TIME);
@@ -121,11 +122,18 @@ bool LinuxEventPoster::type(Chord chord) {
   fakeAll(false, seen & ~modifierMap.lockKeys());
   // A key that is still down on the synthesizing keyboard, though nobody sees it, would swallow
   // the next press.
-  for (const auto key : keys) fake(false, key);
+  for (const auto key : modifiers) fake(false, key);
+  fake(false, chord.key);
 
+  LayoutLock layout(connection);
   const auto pressAndRelease = [&] {
-    for (const auto key : keys) fake(true, key);
-    std::for_each(keys.rbegin(), keys.rend(), [&](std::uint8_t key) { fake(false, key); });
+    for (const auto key : modifiers) fake(true, key);
+    // Not every program looks for the letter in the other layouts; and for some users two
+    // modifiers together are what switches between them.
+    layout.choose(chord.layout);
+    fake(true, chord.key);
+    fake(false, chord.key);
+    std::for_each(modifiers.rbegin(), modifiers.rend(), [&](auto key) { fake(false, key); });
   };
   if (hotKeys_) {
     hotKeys_->withoutGrab(chord.key, chord.modifiers, pressAndRelease);

@@ -31,11 +31,12 @@ class LinuxEventPoster : public EventPoster {
  private:
   struct Chord {
     std::uint8_t key = 0;
-    std::uint16_t modifiers = 0;  // X modifier bits
+    std::uint16_t modifiers = 0;         // X modifier bits
+    std::optional<std::uint8_t> layout;  // in which the key means it; nothing for any
   };
 
   std::optional<Chord> chordFor(std::uint16_t keyCode, std::uint64_t modifierFlags);
-  std::uint8_t keyFor(std::uint16_t keyCode) const;
+  Chord keyFor(std::uint16_t keyCode) const;
   std::string activeWindowClass();
   bool type(Chord chord);
   void fake(bool press, std::uint8_t key);

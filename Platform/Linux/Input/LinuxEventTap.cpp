@@ -12,9 +12,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto checkInterval = 50ms;
-/// macOS key codes of Command, Shift, Caps Lock, Option and Control.
-constexpr std::uint16_t firstModifierKey = 0x36;
-constexpr std::uint16_t lastModifierKey = 0x3E;
 
 std::uint64_t modifierFlags(std::uint16_t state) {
   std::uint64_t flags = 0;
@@ -72,8 +69,7 @@ bool LinuxEventTap::filter(const xcb_generic_event_t& event) {
 void LinuxEventTap::reportPress(const xcb_key_press_event_t& press) {
   const auto key = macKeyCodeFromX(press.detail);
   if (!key) return;
-  const bool isModifier = *key >= firstModifierKey && *key <= lastModifierKey;
-  callbacks_.event({isModifier ? EventType::flagsChanged : EventType::keyDown,
+  callbacks_.event({isModifierKeyCode(*key) ? EventType::flagsChanged : EventType::keyDown,
                     modifierFlags(press.state), *key, repeat_.isRepeat(press)});
 }
 

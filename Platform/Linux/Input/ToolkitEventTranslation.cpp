@@ -17,8 +17,10 @@ std::uint64_t modifierFlags(Qt::KeyboardModifiers modifiers) {
   return flags;
 }
 
-/// Pressing one is no key press of its own.
-bool isModifierKey(int key) {
+/// Pressing one is no key press of its own, also where it switches to another layout: alone, or as
+/// the second of two.
+bool isModifierKey(int key, std::uint16_t code) {
+  if (isModifierKeyCode(code)) return true;
   switch (key) {
     case Qt::Key_Shift:
     case Qt::Key_Control:
@@ -46,9 +48,8 @@ std::optional<Event> hostEvent(const QEvent& event) {
   switch (event.type()) {
     case QEvent::KeyPress: {
       const auto& key = static_cast<const QKeyEvent&>(event);
-      if (isModifierKey(key.key())) return std::nullopt;
       const auto code = macKeyCodeFromX(static_cast<int>(key.nativeScanCode()));
-      if (!code) return std::nullopt;
+      if (!code || isModifierKey(key.key(), *code)) return std::nullopt;
       return Event{EventType::keyDown, modifierFlags(key.modifiers()), *code, key.isAutoRepeat()};
     }
     case QEvent::MouseButtonPress:

@@ -66,26 +66,25 @@ xkb_keysym_t XkbKeymap::symbol(std::uint8_t xKeycode) const {
   return count > 0 ? symbols[0] : XKB_KEY_NoSymbol;
 }
 
-std::uint8_t XkbKeymap::keyWithSymbol(xkb_keysym_t symbol) const {
-  if (!refresh()) return 0;
-  const auto gives = [&](xkb_keycode_t key, xkb_layout_index_t layout) {
-    const xkb_keysym_t* symbols = nullptr;
-    return xkb_keymap_key_get_syms_by_level(keymap_.get(), key, layout, 0, &symbols) == 1 &&
-           symbols[0] == symbol;
-  };
-  const auto inEffect = xkb_state_serialize_layout(state_.get(), XKB_STATE_LAYOUT_EFFECTIVE);
+std::optional<XkbKeymap::Key> XkbKeymap::keyWithSymbol(xkb_keysym_t symbol) const {
+  if (!refresh()) return std::nullopt;
   const auto first = xkb_keymap_min_keycode(keymap_.get());
   const auto last = xkb_keymap_max_keycode(keymap_.get());
-  for (auto key = first; key <= last; ++key) {
-    if (gives(key, inEffect)) return static_cast<std::uint8_t>(key);
-  }
-  for (auto key = first; key <= last; ++key) {
-    const auto layouts = xkb_keymap_num_layouts_for_key(keymap_.get(), key);
-    for (xkb_layout_index_t layout = 0; layout < layouts; ++layout) {
-      if (gives(key, layout)) return static_cast<std::uint8_t>(key);
+  const auto keyIn = [&](xkb_layout_index_t layout) -> std::optional<Key> {
+    for (auto key = first; key <= last; ++key) {
+      const xkb_keysym_t* symbols = nullptr;
+      if (xkb_keymap_key_get_syms_by_level(keymap_.get(), key, layout, 0, &symbols) == 1 &&
+          symbols[0] == symbol)
+        return Key{static_cast<std::uint8_t>(key), static_cast<std::uint8_t>(layout)};
     }
+    return std::nullopt;
+  };
+  const auto inEffect = xkb_state_serialize_layout(state_.get(), XKB_STATE_LAYOUT_EFFECTIVE);
+  if (const auto key = keyIn(inEffect)) return key;
+  for (xkb_layout_index_t layout = 0; layout < xkb_keymap_num_layouts(keymap_.get()); ++layout) {
+    if (const auto key = keyIn(layout)) return key;
   }
-  return 0;
+  return std::nullopt;
 }
 
 }  // namespace zephyx

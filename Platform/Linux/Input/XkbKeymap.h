@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "Platform/Linux/Input/ToolkitEvents.h"
 
@@ -14,14 +15,20 @@ namespace zephyx {
 /// asked for after a change. Main thread.
 class XkbKeymap {
  public:
+  /// A key, and a layout in which it gives what was asked for.
+  struct Key {
+    std::uint8_t code = 0;
+    std::uint8_t layout = 0;
+  };
+
   XkbKeymap();
 
   /// What the key gives without modifiers in the layout that is in effect; XKB_KEY_NoSymbol when
   /// nothing.
   xkb_keysym_t symbol(std::uint8_t xKeycode) const;
   /// The first key that gives the symbol without modifiers in the layout in effect, else in any
-  /// layout; 0 when none does.
-  std::uint8_t keyWithSymbol(xkb_keysym_t symbol) const;
+  /// layout.
+  std::optional<Key> keyWithSymbol(xkb_keysym_t symbol) const;
 
  private:
   struct Unref {
