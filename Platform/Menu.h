@@ -131,7 +131,8 @@ class StatusItem {
   virtual void setMenu(std::shared_ptr<Menu> menu) = 0;
   /// Closes the open menu at once.
   virtual void cancelTrackingWithoutAnimation() = 0;
-  /// As if the user had clicked the icon.
+  /// As if the user had clicked the icon; but where the keyboard works the views in the menu's
+  /// rows, it is again where it was when the menu was last closed by the host.
   virtual void performClick() = 0;
 };
 

@@ -17,7 +17,7 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string&, ScreenServi
 void ViewTest::SetUp() {
   VirtualDesktopOptions options;
   options.width = 800 * GetParam().scale;
-  options.height = 600 * GetParam().scale;
+  options.height = height_ * GetParam().scale;
   options.compositor = true;
   desktop_ = std::make_unique<VirtualDesktop>(options);
   desktop_->enter();

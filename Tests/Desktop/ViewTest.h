@@ -65,6 +65,8 @@ class ViewTest : public testing::TestWithParam<ViewAppearance> {
   /// A checksum of what the server shows of a widget.
   static std::size_t pixels(const QWidget& widget);
 
+  int height_ = 600;  ///< of the screen, in points
+
  private:
   std::unique_ptr<VirtualDesktop> desktop_;
   std::unique_ptr<Platform> platform_;

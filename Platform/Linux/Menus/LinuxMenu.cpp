@@ -1,7 +1,6 @@
 #include "Platform/Linux/Menus/LinuxMenu.h"
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QPointer>
 #include <QtGui/QAction>
 #include <QtGui/QActionEvent>
 #include <QtGui/QKeyEvent>
@@ -10,8 +9,10 @@
 #include <algorithm>
 #include <utility>
 
+#include "Platform/Linux/Input/XkbKeymap.h"
 #include "Platform/Linux/Menus/RowMenu.h"
 #include "Platform/Linux/Menus/ViewRow.h"
+#include "Platform/Linux/Views/KeyboardFocus.h"
 #include "Platform/View.h"
 
 namespace zephyx {
@@ -68,7 +69,8 @@ Qt::KeyboardModifiers modifiersOf(std::uint64_t mask) {
 }  // namespace
 
 /// Key equivalents belong to the open menu alone; as the toolkit's shortcuts they would be claimed
-/// from the host's windows too.
+/// from the host's windows too. Where the layout in effect has not their letters, the keys of
+/// another layout stand for them.
 class LinuxMenu::KeyEquivalents final : public QObject {
  public:
   explicit KeyEquivalents(LinuxMenu& menu) : menu_(menu) {
@@ -83,8 +85,7 @@ class LinuxMenu::KeyEquivalents final : public QObject {
       const auto& wanted = row.item->properties();
       if (wanted.keyEquivalent.empty() || wanted.isHidden || !wanted.isEnabled) continue;
       if (pressed != modifiersOf(wanted.keyEquivalentModifierMask)) continue;
-      const auto key = QKeySequence(press->key()).toString(QKeySequence::PortableText);
-      if (key != keyName(wanted.keyEquivalent)) continue;
+      if (!isKey(*press, wanted.keyEquivalent)) continue;
       menu_.close();
       row.action->trigger();
       return true;
@@ -93,7 +94,17 @@ class LinuxMenu::KeyEquivalents final : public QObject {
   }
 
  private:
+  bool isKey(const QKeyEvent& press, const std::string& keyEquivalent) const {
+    const auto name = QKeySequence(press.key()).toString(QKeySequence::PortableText);
+    if (name == keyName(keyEquivalent)) return true;
+    const auto characters = QString::fromStdString(keyEquivalent).toUcs4();
+    if (characters.size() != 1) return false;
+    const auto key = keymap_.keyWithSymbol(xkb_utf32_to_keysym(characters.front()));
+    return key && key->code == press.nativeScanCode();
+  }
+
   LinuxMenu& menu_;
+  XkbKeymap keymap_;
 };
 
 LinuxMenu::LinuxMenu(std::shared_ptr<Menu> menu)
@@ -162,16 +173,31 @@ std::string LinuxMenu::shortcutHint(const MenuItem::Properties& properties) {
   return hint + keyName(properties.keyEquivalent).toStdString();
 }
 
-void LinuxMenu::popUp(QPoint position) {
+void LinuxMenu::popUp(QPoint position, KeyboardPlace place) {
   if (auto* delegate = menu_->delegate()) {
     delegate->menuNeedsUpdate(*menu_);
     delegate->menuWillOpen(*menu_);
   }
   if (auto* focused = widget_->focusWidget()) focused->clearFocus();
   widget_->popup(position);
+  auto* before = std::exchange(keyboardPlace_, nullptr).data();
+  if (before && place == KeyboardPlace::asBefore) putKeyboardOn(*before);
+}
+
+void LinuxMenu::putKeyboardOn(QWidget& control) {
+  if (!keyboardFocus::isReachable(control)) return;
+  for (const auto& row : rows_) {
+    const auto* view = qobject_cast<QWidgetAction*>(row.action);
+    if (!view || !view->defaultWidget()->isAncestorOf(&control)) continue;
+    widget_->setActiveAction(row.action);
+    control.setFocus(Qt::TabFocusReason);
+    return;
+  }
 }
 
 void LinuxMenu::close() {
+  auto* focused = widget_->focusWidget();
+  keyboardPlace_ = focused != widget_.get() ? focused : nullptr;
   widget_->close();
 }
 

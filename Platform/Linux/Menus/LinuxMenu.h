@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QtCore/QPoint>
+#include <QtCore/QPointer>
+#include <QtWidgets/QWidget>
 #include <functional>
 #include <memory>
 #include <string>
@@ -20,8 +22,11 @@ class LinuxMenu {
   explicit LinuxMenu(std::shared_ptr<Menu> menu);
   ~LinuxMenu();
 
+  /// Where the keyboard is when the menu opens.
+  enum class KeyboardPlace { none, asBefore };
+
   /// Tells the menu's delegate and opens at `position`.
-  void popUp(QPoint position);
+  void popUp(QPoint position, KeyboardPlace place);
   void close();
   bool isOpen() const;
 
@@ -36,6 +41,7 @@ class LinuxMenu {
     QAction* action;  ///< owned by the toolkit's menu
   };
 
+  void putKeyboardOn(QWidget& control);
   void addRow(const std::shared_ptr<MenuItem>& item);
   QAction* makeViewAction(const std::shared_ptr<View>& view);
   static void show(const MenuItem& item, QAction& action);
@@ -44,6 +50,7 @@ class LinuxMenu {
   std::vector<Row> rows_;
   std::unique_ptr<RowMenu> widget_;
   std::unique_ptr<KeyEquivalents> keyEquivalents_;
+  QPointer<QWidget> keyboardPlace_;  ///< the control that had the keyboard when the host closed it
 };
 
 }  // namespace zephyx

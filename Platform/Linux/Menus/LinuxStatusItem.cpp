@@ -40,6 +40,8 @@ bool canGrabInput() {
 
 LinuxStatusItem::LinuxStatusItem(DesktopWatch& watch)
     : tray_(watch, [this](QPoint position) { clicked(position); }) {
+LinuxStatusItem::LinuxStatusItem()
+    : tray_([this](QPoint position) { open(position, LinuxMenu::KeyboardPlace::none); }) {
   retry_.setSingleShot(true);
   retry_.setInterval(retryMilliseconds);
   QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { openWhenInputIsFree(); });
@@ -65,12 +67,14 @@ void LinuxStatusItem::cancelTrackingWithoutAnimation() {
 
 void LinuxStatusItem::performClick() {
   // A menu that is opened again comes up in its old place, not below a pointer that has moved on.
-  clicked(tray_.menuPosition().value_or(position_.value_or(QCursor::pos())));
+  open(tray_.menuPosition().value_or(position_.value_or(QCursor::pos())),
+       LinuxMenu::KeyboardPlace::asBefore);
 }
 
-void LinuxStatusItem::clicked(QPoint position) {
+void LinuxStatusItem::open(QPoint position, LinuxMenu::KeyboardPlace keyboardPlace) {
   if (!menu_) return;
   if (shown_ && shown_->isOpen()) return shown_->close();
+  keyboardPlace_ = keyboardPlace;
   position_ = position;
   attemptsLeft_ = maximumAttempts;
   openWhenInputIsFree();
@@ -82,7 +86,7 @@ void LinuxStatusItem::openWhenInputIsFree() {
     return;
   }
   if (!shown_) shown_ = std::make_unique<LinuxMenu>(menu_);
-  shown_->popUp(*position_);
+  shown_->popUp(*position_, keyboardPlace_);
 }
 
 std::shared_ptr<StatusItem> LinuxStatusBar::makeStatusItem(double) {

@@ -24,11 +24,12 @@ class LinuxStatusItem final : public StatusItem {
   void performClick() override;
 
  private:
-  void clicked(QPoint position);
+  void open(QPoint position, LinuxMenu::KeyboardPlace keyboardPlace);
   void openWhenInputIsFree();
 
   std::shared_ptr<Menu> menu_;
   std::optional<QPoint> position_;  ///< where the menu last opened
+  LinuxMenu::KeyboardPlace keyboardPlace_ = LinuxMenu::KeyboardPlace::none;
   int attemptsLeft_ = 0;
   QTimer retry_;
   std::unique_ptr<LinuxMenu> shown_;  ///< made when it is first opened

@@ -6,22 +6,25 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QPalette>
 
+#include "Platform/Linux/Menus/MenuAccessibility.h"
+
 namespace zephyx {
 namespace {
 
 // Background, text, selection, selected text.
 constexpr const char* look = R"(
 QMenu { background: %1; color: %2; border: 1px solid rgba(128, 128, 140, 90); padding: 6px 0; }
-QMenu::item { padding: 6px 18px 6px 22px; margin: 0 6px; border-radius: 5px; }
+QMenu::item { padding: 6px 10px; margin: 0 6px; border-radius: 5px; }
 QMenu::item:selected { background: %3; color: %4; }
 QMenu::item:disabled { color: #80808a; }
 QMenu::separator { height: 1px; background: rgba(128, 128, 140, 90); margin: 6px 14px; }
-QMenu::indicator { width: 14px; height: 14px; left: 10px; }
+QMenu::indicator { width: 14px; height: 14px; left: 6px; }
 )";
 
 }  // namespace
 
 RowMenu::RowMenu() {
+  installMenuAccessibility();
   applyLook();
 }
 

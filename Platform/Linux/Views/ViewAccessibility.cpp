@@ -22,7 +22,10 @@ class AccessibleView final : public QAccessibleWidget {
     return view.accessibilityLabel().empty() ? QAccessible::Client : QAccessible::Grouping;
   }
   QString text(QAccessible::Text kind) const override {
-    if (kind != QAccessible::Value) return QAccessibleWidget::text(kind);
+    // Buttons have no value to ask for.
+    const bool isValue = kind == QAccessible::Value ||
+                         (kind == QAccessible::Description && shown().view().acceptsClicks());
+    if (!isValue) return QAccessibleWidget::text(kind);
     return QString::fromStdString(shown().view().accessibilityValue());
   }
   QStringList actionNames() const override {
@@ -42,10 +45,20 @@ class AccessibleView final : public QAccessibleWidget {
   CanvasWidget& shown() const { return *static_cast<CanvasWidget*>(object()); }
 };
 
+/// One without a name is an ornament, which is passed over.
+class AccessibleSymbol final : public QAccessibleWidget {
+ public:
+  explicit AccessibleSymbol(SymbolWidget& symbol) : QAccessibleWidget(&symbol) {}
+
+  QAccessible::Role role() const override {
+    return widget()->accessibleName().isEmpty() ? QAccessible::Whitespace : QAccessible::Graphic;
+  }
+};
+
 QAccessibleInterface* accessibleOf(const QString&, QObject* object) {
   if (auto* canvas = qobject_cast<CanvasWidget*>(object)) return new AccessibleView(*canvas);
   if (auto* symbol = qobject_cast<SymbolWidget*>(object)) {
-    return new QAccessibleWidget(symbol, QAccessible::Graphic);
+    return new AccessibleSymbol(*symbol);
   }
   return nullptr;
 }
@@ -53,11 +66,7 @@ QAccessibleInterface* accessibleOf(const QString&, QObject* object) {
 }  // namespace
 
 void installViewAccessibility() {
-  static const bool isInstalled = [] {
-    QAccessible::installFactory(accessibleOf);
-    return true;
-  }();
-  (void)isInstalled;
+  QAccessible::installFactory(accessibleOf);  // once, however often it is asked to
 }
 
 }  // namespace zephyx
