@@ -22,7 +22,6 @@ Row {
             required property var modelData
             label: modelData.label
             checked: row.screen.choice === modelData.id
-            tabStop: true
             onClicked: row.screen.choice = modelData.id
         }
     }

@@ -24,6 +24,16 @@ FocusScope {
     focus: true
 
     onCardsChanged: Qt.callLater(reportCards)
+    // Away from the search field Tab goes from button to button, and any other key comes back.
+    Keys.onPressed: event => {
+        if (search.input.activeFocus || Keyboard.goesOn(event, root))
+            return
+        search.input.forceActiveFocus()
+        if (event.key !== Qt.Key_Escape)
+            handleKey(event)
+        else
+            event.accepted = true
+    }
     // When it hides, so that the next showing does not begin with a glimpse of this one. When it
     // shows, because a key may come before the host's word: by then the newest entry is selected.
     Window.onVisibilityChanged: {
@@ -85,6 +95,8 @@ FocusScope {
         const shift = (event.modifiers & Qt.ShiftModifier) !== 0
         const page = Math.max(1, Math.floor(list.height / 74))
         event.accepted = true
+        if (Keyboard.goesOn(event, root))
+            return
         switch (event.key) {
         case Qt.Key_Up: return select(list.currentIndex - 1)
         case Qt.Key_Down: return select(list.currentIndex + 1)

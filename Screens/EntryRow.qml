@@ -25,6 +25,9 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: preview + ", " + detail
+    Accessible.selectable: true
+    Accessible.selected: current
+    Accessible.focused: current
     Accessible.onPressAction: chosen(false)
 
     Rectangle {

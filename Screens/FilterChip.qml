@@ -5,10 +5,9 @@ Rectangle {
 
     property string label
     property bool checked: false
-    property bool tabStop: false
     signal clicked
 
-    activeFocusOnTab: tabStop
+    activeFocusOnTab: true
     implicitWidth: caption.implicitWidth + 22
     implicitHeight: 26
     radius: 13
@@ -19,7 +18,8 @@ Rectangle {
     Accessible.role: Accessible.RadioButton
     Accessible.name: label
     Accessible.checked: checked
-    Accessible.focusable: tabStop
+    Accessible.checkable: true
+    Accessible.focusable: true
     Accessible.onPressAction: clicked()
 
     Keys.onSpacePressed: clicked()

@@ -66,14 +66,12 @@ Item {
         Accessible.onPressAction: row.hotkeys.record(row.index)
 
         Keys.onPressed: event => {
-            event.accepted = true
-            if (row.recording) {
-                if (event.key === Qt.Key_Escape) row.hotkeys.cancelRecording()
-            } else if (event.key === Qt.Key_Space || event.key === Qt.Key_Return) {
-                row.hotkeys.record(row.index)
-            } else {
-                event.accepted = false
+            if (!row.recording) {
+                if (Keyboard.presses(event)) row.hotkeys.record(row.index)
+                return
             }
+            event.accepted = true
+            if (event.key === Qt.Key_Escape) row.hotkeys.cancelRecording()
         }
 
         KeyCaps {

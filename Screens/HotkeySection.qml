@@ -36,6 +36,7 @@ SettingsSection {
         PushButton {
             anchors { right: parent.right; rightMargin: 18; verticalCenter: parent.verticalCenter }
             label: "Reset all"
+            spokenLabel: "Reset all hotkeys"
             enabled: !section.hotkeys.allUsual
             onClicked: section.hotkeys.resetAll()
         }

@@ -20,16 +20,10 @@ Rectangle {
 
     Accessible.role: Accessible.Button
     Accessible.name: label
-    Accessible.focusable: true
-    Accessible.onPressAction: clicked()
+    Accessible.focusable: enabled
+    Accessible.onPressAction: if (enabled) clicked()
 
-    Keys.onPressed: event => {
-        const presses = event.key === Qt.Key_Space || event.key === Qt.Key_Return
-            || event.key === Qt.Key_Enter
-        event.accepted = presses && event.modifiers === Qt.NoModifier
-        if (event.accepted)
-            clicked()
-    }
+    Keys.onPressed: event => { if (Keyboard.presses(event)) clicked() }
 
     Symbol {
         anchors.centerIn: parent

@@ -36,6 +36,8 @@ Rectangle {
         font.pixelSize: Theme.smallSize + 1
         Accessible.role: Accessible.EditableText
         Accessible.name: field.label
+        // The name of a field for a secret is kept secret, too.
+        Accessible.description: field.secret ? field.label : ""
         Accessible.passwordEdit: field.secret
         onEditingFinished: field.chosen(text)
 

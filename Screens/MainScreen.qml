@@ -21,6 +21,9 @@ FocusScope {
         event.accepted = true
         if (screen.openSettingsBy(event.key, event.modifiers)) {
             return
+        if (Keyboard.goesOn(event, root)) {
+            return
+        } else if (screen.settings.isSettingsShortcut(event.key, event.modifiers)) {
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
             screen.newNote()
             editor.take()
@@ -52,6 +55,7 @@ FocusScope {
 
     Card {
         id: side
+        enabled: !menu.active
         anchors { left: parent.left; top: parent.top; bottom: parent.bottom; margins: Theme.gap }
         width: 270
 
@@ -105,8 +109,24 @@ FocusScope {
             clip: true
             model: root.screen.notes
             boundsBehavior: Flickable.StopAtBounds
+            currentIndex: root.screen.currentRow
+            activeFocusOnTab: count > 0
+            keyNavigationEnabled: false
             Accessible.role: Accessible.List
             Accessible.name: "Notes"
+            Accessible.focusable: activeFocusOnTab
+
+            function open(index) {
+                root.screen.openNote(Math.max(0, Math.min(count - 1, index)))
+                positionViewAtIndex(currentIndex, ListView.Contain)
+            }
+
+            Keys.onUpPressed: open(root.screen.currentRow - 1)
+            Keys.onDownPressed: open(root.screen.currentRow + 1)
+            Keys.onReturnPressed: editor.take()
+            Keys.onEnterPressed: editor.take()
+            Keys.onEscapePressed: editor.take()
+            Keys.onDeletePressed: root.screen.deleteNote()
 
             delegate: NoteRow {
                 width: ListView.view.width
@@ -115,6 +135,14 @@ FocusScope {
             }
         }
         ScrollMark { view: list }
+        Rectangle {
+            anchors { fill: list; margins: -2 }
+            visible: list.activeFocus
+            radius: Theme.radius
+            color: "transparent"
+            border.width: 2
+            border.color: Theme.accent
+        }
         Text {
             anchors { horizontalCenter: list.horizontalCenter; top: list.top; topMargin: 40 }
             visible: list.count === 0
@@ -160,6 +188,7 @@ FocusScope {
         }
         IconButton {
             id: menuButton
+            objectName: "menu"
             anchors { left: parent.left; leftMargin: 12; bottom: parent.bottom; bottomMargin: 8 }
             symbol: "menu"
             label: "Menu"
@@ -174,6 +203,7 @@ FocusScope {
     }
 
     Card {
+        enabled: !menu.active
         anchors {
             left: side.right; right: parent.right; top: parent.top; bottom: parent.bottom
             margins: Theme.gap

@@ -10,8 +10,30 @@ Item {
 
     anchors.fill: parent
     focus: true
-    Keys.onPressed: event => { event.accepted = true; closed() }
-    Component.onCompleted: forceActiveFocus()
+    Component.onCompleted: go(0)
+
+    function go(index) { entries.itemAt((index + items.length) % items.length).forceActiveFocus() }
+
+    function choose(item) {
+        closed()
+        item.action()
+    }
+
+    function handleKey(event, index) {
+        event.accepted = true
+        switch (event.key) {
+        case Qt.Key_Up:
+        case Qt.Key_Backtab: return go(index - 1)
+        case Qt.Key_Down:
+        case Qt.Key_Tab: return go(index + 1)
+        case Qt.Key_Home: return go(0)
+        case Qt.Key_End: return go(-1)
+        }
+        if (Keyboard.presses(event))
+            return choose(items[index])
+        event.accepted = true
+        closed()
+    }
 
     MouseArea {
         anchors.fill: parent
@@ -37,15 +59,20 @@ Item {
             width: parent.width - 12
 
             Repeater {
+                id: entries
                 model: popup.items
                 Rectangle {
+                    required property int index
                     required property var modelData
                     width: column.width
                     height: 34
                     radius: 8
-                    color: area.containsMouse ? Theme.accentSoft : "transparent"
+                    color: activeFocus ? Theme.accentSoft : "transparent"
                     Accessible.role: Accessible.MenuItem
                     Accessible.name: modelData.label
+                    Accessible.focusable: true
+                    Accessible.onPressAction: popup.choose(modelData)
+                    Keys.onPressed: event => popup.handleKey(event, index)
 
                     Symbol {
                         id: sign
@@ -65,7 +92,8 @@ Item {
                         id: area
                         anchors.fill: parent
                         hoverEnabled: true
-                        onClicked: { popup.closed(); modelData.action() }
+                        onEntered: parent.forceActiveFocus()
+                        onClicked: popup.choose(modelData)
                     }
                 }
             }

@@ -79,6 +79,7 @@ Item {
             selectedTextColor: Theme.inkOnAccent
             selectByMouse: true
             persistentSelection: true
+            activeFocusOnTab: true
             font.pixelSize: 15
             Accessible.role: Accessible.EditableText
             Accessible.name: "Note"

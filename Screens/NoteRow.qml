@@ -14,6 +14,8 @@ Item {
 
     Accessible.role: Accessible.ListItem
     Accessible.name: title
+    Accessible.selectable: true
+    Accessible.selected: current
     Accessible.onPressAction: clicked()
 
     Rectangle {

@@ -20,13 +20,18 @@ Row {
 
     onValueChanged: input.text = value
 
-    PushButton { label: "−"; implicitWidth: 32; onClicked: field.take(field.value - field.step) }
+    PushButton {
+        label: "−"
+        spokenLabel: field.label + ": fewer"
+        implicitWidth: 32
+        onClicked: field.take(field.value - field.step)
+    }
     Rectangle {
         width: 76
         height: 30
         radius: 8
         color: Theme.field
-        border.width: 1
+        border.width: input.activeFocus ? 2 : 1
         border.color: input.activeFocus ? Theme.accent : Theme.line
 
         TextInput {
@@ -40,11 +45,21 @@ Row {
             selectionColor: Theme.accent
             selectedTextColor: Theme.inkOnAccent
             selectByMouse: true
+            activeFocusOnTab: true
             font.pixelSize: Theme.textSize
             Accessible.role: Accessible.SpinBox
             Accessible.name: field.label
+            Accessible.onIncreaseAction: field.take(field.value + field.step)
+            Accessible.onDecreaseAction: field.take(field.value - field.step)
+            Keys.onUpPressed: field.take(field.value + field.step)
+            Keys.onDownPressed: field.take(field.value - field.step)
             onEditingFinished: field.take(parseInt(text))
         }
     }
-    PushButton { label: "+"; implicitWidth: 32; onClicked: field.take(field.value + field.step) }
+    PushButton {
+        label: "+"
+        spokenLabel: field.label + ": more"
+        implicitWidth: 32
+        onClicked: field.take(field.value + field.step)
+    }
 }

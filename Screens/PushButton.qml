@@ -4,6 +4,8 @@ Rectangle {
     id: button
 
     property string label
+    /// What the label stands for, where that takes more words.
+    property string spokenLabel: label
     /// Of the shortcut that does the same, shown beside the label.
     property string keys
     property bool primary: false
@@ -20,17 +22,11 @@ Rectangle {
     opacity: !enabled ? 0.4 : area.pressed ? 0.8 : 1
 
     Accessible.role: Accessible.Button
-    Accessible.name: label
-    Accessible.focusable: true
-    Accessible.onPressAction: clicked()
+    Accessible.name: spokenLabel
+    Accessible.focusable: enabled
+    Accessible.onPressAction: if (enabled) clicked()
 
-    Keys.onPressed: event => {
-        const presses = event.key === Qt.Key_Space || event.key === Qt.Key_Return
-            || event.key === Qt.Key_Enter
-        event.accepted = presses && event.modifiers === Qt.NoModifier
-        if (event.accepted)
-            clicked()
-    }
+    Keys.onPressed: event => { if (Keyboard.presses(event)) clicked() }
 
     Row {
         id: content

@@ -33,6 +33,7 @@ Rectangle {
         selectionColor: Theme.accent
         selectedTextColor: Theme.inkOnAccent
         selectByMouse: true
+        activeFocusOnTab: true
         font.pixelSize: Theme.textSize
         Accessible.role: Accessible.EditableText
         Accessible.name: field.placeholder

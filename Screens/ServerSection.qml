@@ -67,6 +67,7 @@ SettingsSection {
                 visible: key.visible
                 height: key.height
                 label: "Keep"
+                spokenLabel: "Keep the key"
                 enabled: key.input.text.trim().length > 0 && !section.server.busy
                 onClicked: {
                     section.storeKey(key.input.text)
@@ -86,12 +87,14 @@ SettingsSection {
             PushButton {
                 visible: stored.visible
                 label: "Replace"
+                spokenLabel: "Replace the key"
                 enabled: !section.server.busy
                 onClicked: { section.entersKey = true; key.input.forceActiveFocus() }
             }
             PushButton {
                 visible: stored.visible
                 label: "Remove"
+                spokenLabel: "Remove the key"
                 enabled: !section.server.busy
                 onClicked: section.server.removeKey()
             }

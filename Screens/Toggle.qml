@@ -25,13 +25,7 @@ Rectangle {
     Accessible.onToggleAction: toggled()
     Accessible.onPressAction: toggled()
 
-    Keys.onPressed: event => {
-        const presses = event.key === Qt.Key_Space || event.key === Qt.Key_Return
-            || event.key === Qt.Key_Enter
-        event.accepted = presses && event.modifiers === Qt.NoModifier
-        if (event.accepted)
-            toggled()
-    }
+    Keys.onPressed: event => { if (Keyboard.presses(event)) toggled() }
 
     Rectangle {
         y: 3

@@ -51,11 +51,6 @@ FocusScope {
         return source.edit.activeFocus ? source.edit.selectedText : result.edit.selectedText
     }
 
-    function moveFocus(forward) {
-        const from = Window.activeFocusItem ? Window.activeFocusItem : root
-        from.nextItemInFocusChain(forward).forceActiveFocus(Qt.TabFocusReason)
-    }
-
     function handleKey(event) {
         const control = event.modifiers === Qt.ControlModifier
         const plain = event.modifiers === Qt.NoModifier || event.modifiers === Qt.KeypadModifier
@@ -67,8 +62,8 @@ FocusScope {
             if (plain) return act()
             break
         case Qt.Key_Escape: return generating ? screen.stop() : screen.dismiss()
-        case Qt.Key_Tab: return moveFocus(true)
-        case Qt.Key_Backtab: return moveFocus(false)
+        case Qt.Key_Tab: return Keyboard.move(root, true)
+        case Qt.Key_Backtab: return Keyboard.move(root, false)
         case Qt.Key_C: if (control) return screen.copy(selectedText()); break
         case Qt.Key_R: if (control) return screen.run(); break
         case Qt.Key_B: if (control) return screen.setWide(!wide); break

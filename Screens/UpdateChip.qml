@@ -13,10 +13,16 @@ Rectangle {
     implicitHeight: 26
     radius: 13
     color: area.containsMouse ? Theme.hover : Theme.accentSoft
+    border.width: activeFocus ? 2 : 0
+    border.color: Theme.accent
+    activeFocusOnTab: true
 
     Accessible.role: Accessible.Button
     Accessible.name: caption.text
+    Accessible.focusable: true
     Accessible.onPressAction: updates.open()
+
+    Keys.onPressed: event => { if (Keyboard.presses(event)) updates.open() }
 
     Symbol {
         id: sign
