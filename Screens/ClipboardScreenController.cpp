@@ -111,7 +111,8 @@ void ClipboardScreenController::entryCaptured(Value message, MethodResult result
       },
       guard_.wrap([this, result = std::move(result)](auto inserted) mutable {
         if (!inserted) {
-          setMessage(tr("The last copy could not be kept: the disk may be full."));
+          setNotice(tr(
+              "What was copied could not be kept: the disk may be full, or the history in use."));
           return result.error("store", "the entry was not written");
         }
         for (const auto id : inserted->dropped) model_.remove(id);
@@ -131,7 +132,7 @@ void ClipboardScreenController::showPanel() {
   pasting_ = false;
   whenLoaded_ = nullptr;
   removePreview();
-  setMessage({});
+  setMessage(std::exchange(notice_, {}));
   model_.setNow(nowEpochMs());
   // The host hid its backgrounds with the panel.
   if (!cards_.isNull()) channel_.invokeMethod(updateCardFramesMethod, cards_);
@@ -349,6 +350,12 @@ void ClipboardScreenController::setMayPaste(bool mayPaste) {
   if (std::exchange(mayPaste_, mayPaste) != mayPaste) emit mayPasteChanged();
 }
 
+// Copies are recorded while the panel is hidden: its next appearance says it as well.
+void ClipboardScreenController::setNotice(const QString& notice) {
+  notice_ = notice;
+  setMessage(notice);
+}
+
 void ClipboardScreenController::setMessage(const QString& message) {
   if (std::exchange(message_, message) != message) emit messageChanged();
 }
@@ -359,13 +366,13 @@ void ClipboardScreenController::warnAbout(StoreCondition condition) {
     case StoreCondition::created:
       break;
     case StoreCondition::replacedDamaged:
-      setMessage(tr("The history was damaged. It was set aside and a new one begun."));
+      setNotice(tr("The history was damaged. It was set aside and a new one begun."));
       break;
     case StoreCondition::replacedNewer:
-      setMessage(tr("The history is of a newer version. It was set aside and a new one begun."));
+      setNotice(tr("The history is of a newer version. It was set aside and a new one begun."));
       break;
     case StoreCondition::notKept:
-      setMessage(tr("The history cannot be written here and lasts only until the program ends."));
+      setNotice(tr("The history cannot be written here and lasts only until the program ends."));
       break;
   }
 }

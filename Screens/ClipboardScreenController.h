@@ -48,6 +48,7 @@ class ClipboardScreenController : public QObject {
   void setFilter(const QString& filter);
   bool mayPaste() const { return mayPaste_; }
   QString message() const { return message_; }
+  void setNotice(const QString& notice);
   void setMessage(const QString& message);
 
   Q_INVOKABLE void paste(int row, bool plainText);
@@ -96,6 +97,7 @@ class ClipboardScreenController : public QObject {
   bool pasting_ = false;
   bool mayPaste_ = true;
   QString message_;
+  QString notice_;  ///< a message that came while nobody may have looked
   Value cards_;
   std::shared_ptr<std::atomic<std::uint64_t>> generation_;
   std::unique_ptr<ClipboardStore> store_;  ///< touched by the queue's thread alone

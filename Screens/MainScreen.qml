@@ -19,11 +19,8 @@ FocusScope {
 
     Keys.onPressed: event => {
         event.accepted = true
-        if (screen.openSettingsBy(event.key, event.modifiers)) {
+        if (Keyboard.goesOn(event, root) || screen.openSettingsBy(event.key, event.modifiers)) {
             return
-        if (Keyboard.goesOn(event, root)) {
-            return
-        } else if (screen.settings.isSettingsShortcut(event.key, event.modifiers)) {
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
             screen.newNote()
             editor.take()

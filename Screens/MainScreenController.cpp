@@ -27,6 +27,7 @@ constexpr auto showEditorTextMethod = "headlessShowEditorText";
 constexpr auto quitMethod = "quit";
 
 constexpr auto saveDelay = std::chrono::milliseconds(250);
+constexpr auto retryDelay = std::chrono::seconds(5);
 // Editing longer notes would no longer be fluent.
 constexpr qsizetype maximumNoteCharacters = 2'000'000;
 
@@ -50,7 +51,6 @@ MainScreenController::MainScreenController(ScreenServices services)
       hotkeys_(channel_),
       agents_(channel_) {
   saveTimer_.setSingleShot(true);
-  saveTimer_.setInterval(saveDelay);
   connect(&saveTimer_, &QTimer::timeout, this, &MainScreenController::save);
   reload();
   openNote(0);
@@ -147,43 +147,58 @@ void MainScreenController::setText(const QString& text) {
   emit textChanged();
   unsaved_ = true;
   // Not started anew by each letter, so that steady typing is saved too.
-  if (!saveTimer_.isActive()) saveTimer_.start();
+  if (!saveTimer_.isActive()) saveTimer_.start(saveDelay);
 }
 
-void MainScreenController::save() {
-  if (!std::exchange(unsaved_, false)) return;
-  saveTimer_.stop();
+bool MainScreenController::save() {
+  if (!unsaved_) return true;
+  unsaved_ = !write();
+  if (unsaved_)
+    saveTimer_.start(retryDelay);
+  else
+    saveTimer_.stop();
+  if (std::exchange(failing_, unsaved_) != unsaved_)
+    tell(unsaved_ ? tr("The note cannot be saved now: the disk may be full. It stays open, and "
+                       "saving is tried again.")
+                  : tr("The note is saved."));
+  return !unsaved_;
+}
+
+bool MainScreenController::write() {
   if (current_.id != 0) {
-    if (!store_.update(current_)) return tell(tr("The note could not be saved."));
+    if (!store_.update(current_)) return false;
   } else if (!current_.text.trimmed().isEmpty()) {
     const auto id = store_.add(current_.text, current_.modifiedEpochMs);
-    if (!id) return tell(tr("The note could not be saved."));
+    if (!id) return false;
     current_.id = *id;
   } else {
-    return;
+    return true;
   }
   model_.moveToTop({.id = current_.id,
                     .text = current_.text.left(listedCharacters),
                     .modifiedEpochMs = current_.modifiedEpochMs});
   emit currentChanged();
+  return true;
 }
 
 // A note that was left without text is not worth keeping.
-void MainScreenController::leaveNote() {
-  save();
-  if (current_.id == 0 || !current_.text.trimmed().isEmpty()) return;
+bool MainScreenController::leaveNote() {
+  if (!save()) return false;
+  if (current_.id == 0 || !current_.text.trimmed().isEmpty()) return true;
   store_.remove(current_.id);
   model_.remove(current_.id);
+  return true;
 }
 
 void MainScreenController::open(Note note) {
   current_ = std::move(note);
+  unsaved_ = failing_ = false;
   emit textChanged();
   emit currentChanged();
 }
 
 void MainScreenController::newNote() {
-  leaveNote();
+  if (!leaveNote()) return;
   setSearchText({});
   setShowsSettings(false);
   open({});
@@ -193,7 +208,7 @@ void MainScreenController::openNote(int row) {
   const Note* chosen = model_.note(row);
   const auto id = chosen ? chosen->id : 0;
   if (id != 0 && id == current_.id) return setShowsSettings(false);
-  leaveNote();
+  if (!leaveNote()) return;
   setShowsSettings(false);
   const Note* note = model_.note(model_.rowOf(id));
   const auto text = note ? store_.text(id) : std::nullopt;
@@ -214,8 +229,7 @@ void MainScreenController::deleteNote() {
 }
 
 void MainScreenController::undoDelete() {
-  if (!deleted_) return;
-  leaveNote();
+  if (!deleted_ || !leaveNote()) return;
   const auto id = store_.add(deleted_->text, deleted_->modifiedEpochMs);
   if (!id) return tell(tr("The note could not be brought back."));
   dismissMessage();

@@ -78,7 +78,8 @@ class MainScreenController : public QObject {
   Q_INVOKABLE void importNotes();
   Q_INVOKABLE void quit();
   /// Writes at once what was typed.
-  Q_INVOKABLE void save();
+  /// False when there is something that could not be written; it is tried again.
+  Q_INVOKABLE bool save();
 
   void exportTo(const QString& path);
   void importFrom(const QString& path);
@@ -100,7 +101,9 @@ class MainScreenController : public QObject {
   void pasteText(const QString& pasted);
   void handOverText(const Value& arguments);
   void acceptText(const Value& arguments);
-  void leaveNote();
+  /// False when the note must stay: its text is nowhere else.
+  bool leaveNote();
+  bool write();
   void open(Note note);
   void reload();
   void tell(const QString& message);
@@ -117,6 +120,7 @@ class MainScreenController : public QObject {
   bool showsSettings_ = false;
   bool hasEditor_ = false;
   bool unsaved_ = false;
+  bool failing_ = false;  ///< to save
   QTimer saveTimer_;
   FilePanel filePanel_;
   ClipboardTextReader readClipboardText_;

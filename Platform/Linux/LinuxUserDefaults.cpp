@@ -15,7 +15,7 @@
 namespace zephyx {
 namespace {
 
-constexpr int writeDelayMilliseconds = 30;
+constexpr std::chrono::milliseconds writeDelay(30);
 const QString stringKey = QStringLiteral("string");
 const QString dataKey = QStringLiteral("data");
 const QString booleanKey = QStringLiteral("boolean");
@@ -23,10 +23,13 @@ const QString numberKey = QStringLiteral("number");
 
 }  // namespace
 
-LinuxUserDefaults::LinuxUserDefaults(std::string folder, SystemLog& log)
-    : folder_(std::move(folder)), path_(folder_ + "/defaults.json"), log_(log) {
+LinuxUserDefaults::LinuxUserDefaults(std::string folder, SystemLog& log,
+                                     std::chrono::milliseconds retryDelay)
+    : folder_(std::move(folder)),
+      path_(folder_ + "/defaults.json"),
+      log_(log),
+      retryDelay_(retryDelay) {
   writeSoon_.setSingleShot(true);
-  writeSoon_.setInterval(writeDelayMilliseconds);
   QObject::connect(&writeSoon_, &QTimer::timeout, &writeSoon_, [this] { write(); });
   load();
 }
@@ -104,15 +107,18 @@ void LinuxUserDefaults::change(const std::string& key, const QJsonValue& value) 
   const auto name = QString::fromStdString(key);
   if (values_[name] == value) return;
   values_[name] = value;  // an undefined value removes the key
-  if (!writeSoon_.isActive()) writeSoon_.start();
+  if (!writeSoon_.isActive() || isFailing_) writeSoon_.start(writeDelay);
 }
 
 void LinuxUserDefaults::write() {
   const auto bytes = QJsonDocument(values_).toJson();
   const BytesView contents(reinterpret_cast<const std::uint8_t*>(bytes.constData()),
                            static_cast<std::size_t>(bytes.size()));
-  if (!makePrivateFolder(folder_) || !writePrivateFile(path_, contents)) {
-    log_.log("[Defaults] settings file not written: " + path_);
+  const bool isWritten = makePrivateFolder(folder_) && writePrivateFile(path_, contents);
+  if (!isWritten) writeSoon_.start(retryDelay_);
+  if (std::exchange(isFailing_, !isWritten) != isFailing_) {
+    log_.log(isWritten ? "[Defaults] settings file written again: " + path_
+                       : "[Defaults] settings file not written, tried again: " + path_);
   }
 }
 

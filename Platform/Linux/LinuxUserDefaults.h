@@ -2,6 +2,7 @@
 
 #include <QtCore/QJsonObject>
 #include <QtCore/QTimer>
+#include <chrono>
 #include <string>
 
 #include "Platform/UserDefaults.h"
@@ -11,11 +12,13 @@ namespace zephyx {
 class SystemLog;
 
 /// One JSON file that only the user can read, replaced as a whole soon after a change and at the
-/// latest when this object goes. A file that cannot be understood is put aside.
+/// latest when this object goes; tried again as long as that fails. A file that cannot be
+/// understood is put aside.
 class LinuxUserDefaults final : public UserDefaults {
  public:
   /// `folder` is made when there is something to write.
-  LinuxUserDefaults(std::string folder, SystemLog& log);
+  LinuxUserDefaults(std::string folder, SystemLog& log,
+                    std::chrono::milliseconds retryDelay = std::chrono::seconds(10));
   ~LinuxUserDefaults() override;
 
   std::optional<Bytes> data(const std::string& key) const override;
@@ -36,8 +39,10 @@ class LinuxUserDefaults final : public UserDefaults {
   const std::string folder_;
   const std::string path_;
   SystemLog& log_;
+  const std::chrono::milliseconds retryDelay_;
   QJsonObject values_;  ///< key -> {kind: value}, data in base64
   QTimer writeSoon_;
+  bool isFailing_ = false;
 };
 
 }  // namespace zephyx

@@ -7,6 +7,7 @@
 #include <fstream>
 
 #include "Screens/ClipboardScreenController.h"
+#include "Tests/Desktop/FullDisk.h"
 #include "Tests/Screens/TestWorld.h"
 
 namespace zephyx {
@@ -323,8 +324,29 @@ TEST_F(ClipboardScreenTest, SaysThatADamagedHistoryWasSetAside) {
   std::ofstream(world.folder() + "/clipboard_history.sqlite") << std::string(3000, '?');
   world.startProgram();
   ASSERT_TRUE(waitFor([&] { return !controller()->message().isEmpty(); }));
+  show();
+  EXPECT_TRUE(controller()->message().contains("damaged"));
+  world.call("clipboardPanelShown");
+  EXPECT_EQ(controller()->message(), "") << "once seen";
   captureTexts({"new"});
   EXPECT_EQ(entries()->rowCount(), 1);
+}
+
+TEST_F(ClipboardScreenTest, AFullDiskIsSaidInThePanelAndCostsOnlyWhatIsCopiedMeanwhile) {
+  captureTexts({"before"});
+  {
+    const FullDisk full;
+    for (const auto* text : {"lost", "lost too"}) {
+      const auto reply = world.call("clipboardEntryCaptured", capturedText(text));
+      EXPECT_TRUE(std::holds_alternative<MethodError>(reply));
+    }
+  }
+  captureTexts({"after"});
+  show();
+  EXPECT_TRUE(controller()->message().contains("disk may be full"));
+  ASSERT_TRUE(waitForRows(2));
+  EXPECT_EQ(shown(0), "after");
+  EXPECT_EQ(shown(1), "before");
 }
 
 }  // namespace

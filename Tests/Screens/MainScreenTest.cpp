@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "Screens/MainScreenController.h"
+#include "Tests/Desktop/FullDisk.h"
 #include "Tests/Screens/TestWorld.h"
 
 namespace zephyx {
@@ -102,6 +103,24 @@ TEST_F(MainScreenTest, SaysWhatTheDesktopLacksUntilItHasItOrTheUserHasReadIt) {
   world.stopProgram();
   world.startProgram();
   EXPECT_EQ(screen()->settings()->dismissedNotices(), (QStringList{"wayland", "tray"}));
+}
+
+TEST_F(MainScreenTest, ANoteThatCannotBeSavedStaysOpenUntilItCan) {
+  write("old");
+  write("milk");
+  {
+    const FullDisk full;
+    screen()->setText("milk and bread");
+    screen()->openNote(1);
+    EXPECT_EQ(screen()->text(), "milk and bread");
+    EXPECT_TRUE(screen()->message().contains("disk may be full"));
+    screen()->newNote();
+    EXPECT_EQ(screen()->text(), "milk and bread");
+  }
+  screen()->openNote(1);
+  EXPECT_EQ(screen()->text(), "old");
+  EXPECT_EQ(titles(), (QStringList{"milk and bread", "old"}));
+  EXPECT_EQ(screen()->message(), "The note is saved.");
 }
 
 TEST_F(MainScreenTest, FindsDeletesAndBringsBackNotes) {

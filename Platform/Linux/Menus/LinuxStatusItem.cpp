@@ -39,9 +39,7 @@ bool canGrabInput() {
 }  // namespace
 
 LinuxStatusItem::LinuxStatusItem(DesktopWatch& watch)
-    : tray_(watch, [this](QPoint position) { clicked(position); }) {
-LinuxStatusItem::LinuxStatusItem()
-    : tray_([this](QPoint position) { open(position, LinuxMenu::KeyboardPlace::none); }) {
+    : tray_(watch, [this](QPoint position) { open(position, LinuxMenu::KeyboardPlace::none); }) {
   retry_.setSingleShot(true);
   retry_.setInterval(retryMilliseconds);
   QObject::connect(&retry_, &QTimer::timeout, &retry_, [this] { openWhenInputIsFree(); });
