@@ -26,6 +26,11 @@ class ClipboardLife : public ClipboardTest {
     }
     return std::nullopt;
   }
+  /// Of whoever has that selection.
+  void breakConnection(const std::string& selection) {
+    const auto owner = desktop_.windows().selectionOwner(selection);
+    desktop_.run({"xkill", "-id", std::to_string(owner)});
+  }
 };
 
 TEST_F(ClipboardLife, NothingWakesTheThreadWhileNothingHappens) {
@@ -82,22 +87,35 @@ TEST_F(ClipboardLife, AnEndedObservationIsNotCalledAndMayEndInItsOwnHandler) {
   pasteboard_.reset();
 }
 
-TEST_F(ClipboardLife, TheEndOfTheConnectionEndsTheThread) {
+TEST_F(ClipboardLife, ABrokenConnectionIsMadeAnewAndTheClipboardIsAsItWas) {
   auto& pasteboard = openAndObserve();
-  const auto before = pasteboard.contents();
+  ClipboardProgram program;
+  for (std::size_t copies = 1; copies <= 3; ++copies) {
+    program.copyText("theirs " + std::to_string(copies));
+    ASSERT_TRUE(showsCopies(copies));
+    EXPECT_EQ(shown_.back().text(), "theirs " + std::to_string(copies));
+    pasteboard.clearContents();
+    pasteboard.writeString("ours");
+    ASSERT_TRUE(pasteboard.offerAsPrimary());
+    breakConnection("CLIPBOARD");
+    EXPECT_TRUE(runUntil([&] { return desktop_.pasted() == "ours"; }));
+  }
+  EXPECT_TRUE(showsNothingMoreFor(50ms));
+}
+
+TEST_F(ClipboardLife, ABrokenConnectionLeavesNoQuestionUnanswered) {
+  auto& pasteboard = openAndObserve();
   pasteboard.clearContents();
   pasteboard.writeString("ours");
   ASSERT_TRUE(pasteboard.offerAsPrimary());
-  X11Connection other;
-  const XReply<xcb_get_selection_owner_reply_t> owner(xcb_get_selection_owner_reply(
-      other.get(), xcb_get_selection_owner(other.get(), XCB_ATOM_PRIMARY), nullptr));
-  ASSERT_TRUE(owner && sleepsOfThread());
-  xcb_kill_client(other.get(), owner->owner);
-  xcb_flush(other.get());
-  EXPECT_TRUE(runUntil([] { return !sleepsOfThread(); }));
-  EXPECT_TRUE(before->types().empty());
-  pasteboard.clearContents();
-  EXPECT_FALSE(pasteboard.offerAsPrimary());
+  ClipboardProgram program;
+  program.setManners({.answersTargets = false});
+  program.copyText("never said");
+  ASSERT_TRUE(runUntil([&] { return !program.requests().empty(); }));
+  std::shared_ptr<const PasteboardItems> items;
+  pasteboard.copyItems([&](std::shared_ptr<const PasteboardItems> answer) { items = answer; });
+  breakConnection("PRIMARY");
+  EXPECT_TRUE(runUntil([&] { return items != nullptr; }, 500ms));
 }
 
 TEST_F(ClipboardLife, WithoutAServerThereIsAnEmptyPasteboard) {

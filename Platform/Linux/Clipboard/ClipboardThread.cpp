@@ -1,5 +1,6 @@
 #include "Platform/Linux/Clipboard/ClipboardThread.h"
 
+#include <poll.h>
 #include <pthread.h>
 #include <sys/resource.h>
 
@@ -10,6 +11,7 @@ namespace zephyx {
 namespace {
 
 constexpr int busyMachineNiceness = -10;
+constexpr int retryMilliseconds = 200;
 
 // A question that is dropped unanswered breaks its promise.
 template <typename Result>
@@ -29,12 +31,12 @@ ClipboardThread::ClipboardThread() {
     isClosed_ = true;
     return;
   }
-  thread_ = std::thread([this, worker = std::move(worker)] {
+  thread_ = std::thread([this, worker = std::move(worker)]() mutable {
     pthread_setname_np(pthread_self(), "clipboard");
     // A copy can be read until the next one is made. Where the user may, be there first when the
     // machine is busy; where not, nothing changes.
     setpriority(PRIO_PROCESS, 0, busyMachineNiceness);
-    run(*worker);
+    run(std::move(worker));
   });
 }
 
@@ -45,23 +47,43 @@ void ClipboardThread::stop() {
   thread_.join();
 }
 
-void ClipboardThread::run(ClipboardWorker& worker) {
+void ClipboardThread::run(std::unique_ptr<ClipboardWorker> worker) {
   for (;;) {
     // First: what is raised from here on, also for the end, keeps the worker from sleeping.
     wake_.lower();
-    if (isStopping_ || !worker.isConnected()) break;
-    for (const auto& command : takeCommands()) command(worker);
-    auto news = worker.step();
-    if (!news.empty()) {
-      {
-        const std::lock_guard lock(mutex_);
-        std::move(news.begin(), news.end(), std::back_inserter(news_));
-      }
-      announcement_.raise();
-    }
-    worker.wait(wake_.descriptor());
+    if (!worker->isConnected()) worker = connectAgain(std::move(worker));
+    if (isStopping_) break;
+    for (const auto& command : takeCommands()) command(*worker);
+    announce(worker->step());
+    worker->wait(wake_.descriptor());
   }
   close();
+}
+
+std::unique_ptr<ClipboardWorker> ClipboardThread::connectAgain(
+    std::unique_ptr<ClipboardWorker> former) {
+  std::vector<ClipboardNews> news;
+  for (auto& saved : former->copies().giveUpSaving()) news.emplace_back(std::move(saved));
+  announce(std::move(news));
+  while (!isStopping_) {
+    if (auto next = ClipboardWorker::make()) {
+      next->resume(*former);
+      return next;
+    }
+    pollfd wake{wake_.descriptor(), POLLIN, 0};
+    poll(&wake, 1, retryMilliseconds);
+    wake_.lower();
+  }
+  return nullptr;
+}
+
+void ClipboardThread::announce(std::vector<ClipboardNews> news) {
+  if (news.empty()) return;
+  {
+    const std::lock_guard lock(mutex_);
+    std::move(news.begin(), news.end(), std::back_inserter(news_));
+  }
+  announcement_.raise();
 }
 
 void ClipboardThread::close() {

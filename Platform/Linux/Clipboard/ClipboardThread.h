@@ -16,8 +16,8 @@
 namespace zephyx {
 
 /// The thread that talks to the X server about the clipboard. Any thread may call, except where a
-/// method says otherwise. Once the server is gone or `stop` was called, questions are answered with
-/// nothing.
+/// method says otherwise. A connection that breaks is made anew, and questions wait for that; once
+/// `stop` was called, they are answered with nothing.
 class ClipboardThread {
  public:
   ClipboardThread();
@@ -53,7 +53,10 @@ class ClipboardThread {
 
   bool post(Command command);
   std::vector<Command> takeCommands();
-  void run(ClipboardWorker& worker);
+  void run(std::unique_ptr<ClipboardWorker> worker);
+  /// The next worker; null when the end comes first.
+  std::unique_ptr<ClipboardWorker> connectAgain(std::unique_ptr<ClipboardWorker> former);
+  void announce(std::vector<ClipboardNews> news);
   void close();
 
   EventFd wake_;

@@ -68,6 +68,14 @@ ClipboardWorker::ClipboardWorker(std::unique_ptr<X11Connection> connection)
                      connection_->atom("INCR"), connection_->atom("ZEPHYX_SELECTION")),
       primaryReading_{*connection_, names_, primaryReader_} {}
 
+void ClipboardWorker::resume(const ClipboardWorker& former) {
+  ownWritesSeen_ = former.ownWritesSeen_;
+  copies_.resume(former.copies_, ownWritesSeen_);
+  const auto contents = former.server_.contents(clipboard_);
+  if (contents && copies_.newestOwner() == XCB_NONE)
+    own(contents, former.server_.lastWrite(clipboard_), nullptr);
+}
+
 void ClipboardWorker::own(std::shared_ptr<const OwnedContents> contents, std::uint64_t writeNumber,
                           std::function<void(bool isOwner)> done) {
   server_.own({clipboard_, std::move(contents), writeNumber, std::move(done)});

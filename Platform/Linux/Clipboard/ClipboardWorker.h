@@ -18,6 +18,10 @@ class ClipboardWorker {
   /// From now on the server tells about changes. Null without a server that does so.
   static std::unique_ptr<ClipboardWorker> make();
 
+  /// Goes on where a worker ended whose connection broke: what the host had put on the clipboard is
+  /// there again, unless somebody has copied since.
+  void resume(const ClipboardWorker& former);
+
   bool isConnected() const { return connection_->isValid(); }
   CopyQueue& copies() { return copies_; }
 

@@ -9,6 +9,14 @@ CopyQueue::CopyQueue(const ClipboardReading& reading, xcb_window_t owner) : read
   newest_.owner = owner;
 }
 
+void CopyQueue::resume(const CopyQueue& former, std::uint64_t ownWritesSeen) {
+  plan_ = former.plan_;
+  newestNumber_ = former.newestNumber_;
+  // Made while nobody listened.
+  const bool isNew = newest_.owner != XCB_NONE && newest_.owner != former.newest_.owner;
+  if (isNew) ownerChanged(newest_, ownWritesSeen);
+}
+
 bool CopyQueue::isNewest(std::uint64_t number) const {
   return number == newestNumber_ && !newest_.isOwn && newest_.owner != XCB_NONE;
 }
@@ -63,6 +71,13 @@ std::vector<SavedCopy> CopyQueue::takeSaved() {
     if (isReady) saved.push_back({each.question, each.saver->takeTargets()});
     return isReady;
   });
+  return saved;
+}
+
+std::vector<SavedCopy> CopyQueue::giveUpSaving() {
+  std::vector<SavedCopy> saved;
+  for (const auto& each : std::exchange(savings_, {}))
+    saved.push_back({each.question, each.saver->takeTargets()});
   return saved;
 }
 

@@ -19,6 +19,8 @@ class CopyQueue {
   CopyQueue(const ClipboardReading& reading, xcb_window_t owner);
 
   void setPlan(std::shared_ptr<const PasteboardReadPlan> plan) { plan_ = std::move(plan); }
+  /// Goes on where a queue ended whose connection broke: its plan and its numbers hold.
+  void resume(const CopyQueue& former, std::uint64_t ownWritesSeen);
 
   xcb_window_t newestOwner() const { return newest_.owner; }
   void ownerChanged(const OwnerChange& change, std::uint64_t ownWritesSeen);
@@ -33,6 +35,8 @@ class CopyQueue {
   /// What was saved, once every copy that was made until then has been taken, or has had as long as
   /// the saving itself.
   std::vector<SavedCopy> takeSaved();
+  /// What has been saved so far, for every question that is open.
+  std::vector<SavedCopy> giveUpSaving();
   /// When `takeSaved` has something to give even though nothing has arrived.
   std::optional<ClipboardClock::time_point> nextDeadline() const;
 

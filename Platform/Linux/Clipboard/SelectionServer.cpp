@@ -37,6 +37,11 @@ void SelectionServer::own(Write write) {
   askForTime();
 }
 
+std::shared_ptr<const OwnedContents> SelectionServer::contents(xcb_atom_t selection) const {
+  const auto owned = owned_.find(selection);
+  return owned == owned_.end() ? nullptr : owned->second.contents;
+}
+
 std::uint64_t SelectionServer::lastWrite(xcb_atom_t selection) const {
   const auto found = lastWrites_.find(selection);
   return found == lastWrites_.end() ? 0 : found->second;

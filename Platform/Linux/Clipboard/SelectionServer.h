@@ -35,6 +35,8 @@ class SelectionServer {
   /// Takes a selection over as soon as the server has told the time; with nothing to offer, leaves
   /// it without an owner.
   void own(Write write);
+  /// What `selection` has of the host's; null when another program has it.
+  std::shared_ptr<const OwnedContents> contents(xcb_atom_t selection) const;
   /// The number of the last write that took `selection`; 0 before the first one.
   std::uint64_t lastWrite(xcb_atom_t selection) const;
   /// Whether the request with this sequence number was the one that left `selection` ownerless.
