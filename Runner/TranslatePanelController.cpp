@@ -107,7 +107,7 @@ void TranslatePanelController::showPanel(const std::optional<std::string>& resto
   placeOnPointerScreen();
   endContentBlackout();
   beginContentBlackout();
-  lastShowAt_ = platform_.dispatch().wallClock();
+  lastShowAt_ = platform_.dispatch().mediaClock();
   bringToFront();
   if (restoreOrigin) tellEngine(sentMethod::restoreLast, Map{{"origin", *restoreOrigin}});
   log(std::string("showPanel: visible=") + describe(panel_->isVisible()) +
@@ -172,7 +172,7 @@ void TranslatePanelController::panelDidResignKey() {
 void TranslatePanelController::didLoseKeyboard() {
   if (!panel_->isVisible() || panel_->isKeyWindow()) return;
   auto& application = platform_.application();
-  const double now = platform_.dispatch().wallClock();
+  const double now = platform_.dispatch().mediaClock();
   if (application.isActive() && lastShowAt_ && now - *lastShowAt_ < resignGrace) {
     log("panelDidResignKey: resign transitorio dentro de la gracia — reafirmando key");
     takeFocus();

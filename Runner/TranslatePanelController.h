@@ -51,7 +51,7 @@ class TranslatePanelController final : public EnginePanelController {
   bool isHiding_ = false;
   Registration blackoutFailsafe_;
   std::int64_t captureEpoch_ = 0;
-  std::optional<double> lastShowAt_;  ///< wall clock
+  std::optional<double> lastShowAt_;  ///< media clock
   std::string currentMode_ = "translate";
   std::optional<std::string> sessionOutcome_;  ///< nothing means dismissed
 };
