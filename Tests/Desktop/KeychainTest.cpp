@@ -57,6 +57,23 @@ TEST_F(KeychainTest, AStoreThatDoesNotComeUpIsNotWaitedForLong) {
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(10));
 }
 
+TEST_F(KeychainTest, TheKeeperOfSecretsMayGoAndComeBackAndTheBusMayGo) {
+  enter(true);
+  startKeyring();
+  ASSERT_TRUE(keychain_.setPassword("one", bytesOf("kept")));
+  for (int restart = 0; restart < 2; ++restart) {
+    keyring_.kill();
+    startKeyring();
+    EXPECT_EQ(keychain_.password("one"), bytesOf("kept"));
+    EXPECT_TRUE(keychain_.setPassword("two", bytesOf("kept too")));
+    EXPECT_TRUE(keychain_.isAvailable());
+  }
+  desktop_->stopSessionBus();
+  EXPECT_EQ(keychain_.password("one"), std::nullopt);
+  EXPECT_FALSE(keychain_.setPassword("two", bytesOf("lost")));
+  EXPECT_FALSE(keychain_.isAvailable());
+}
+
 TEST_F(KeychainTest, ReadsTheToolsCredentialsFromItsFileAndNeverChangesIt) {
   constexpr const char* service = "Claude Code-credentials";
   constexpr std::size_t maximumSize = 1'048'576;

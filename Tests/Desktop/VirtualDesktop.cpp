@@ -114,6 +114,11 @@ void VirtualDesktop::startServerWithOutputs() {
                               "-logfile", (directory_.path() / "xorg.log").string(), "-novtswitch",
                               "-sharevts", "-nolisten", "tcp", "-ac", "-noreset"},
                              server_);
+  environment_["DISPLAY"] = display_;
+  // Without a real keyboard this server's keys have other numbers than those of a PC's.
+  const std::vector<std::string> numbers{"setxkbmap", "-rules",  "evdev", "-model",
+                                         "pc105",     "-layout", "us"};
+  require(run(numbers).status == 0, "no keyboard");
 }
 
 void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
@@ -131,12 +136,17 @@ void VirtualDesktop::startServer(const VirtualDesktopOptions& options) {
 }
 
 void VirtualDesktop::startSessionBus() {
-  environment_["DBUS_SESSION_BUS_ADDRESS"] = firstLine(
-      {"dbus-daemon", "--session", "--nofork", "--nopidfile", "--nosyslog", "--print-address"},
-      sessionBus_);
+  environment_["DBUS_SESSION_BUS_ADDRESS"] =
+      firstLine({"dbus-daemon", "--session", "--nofork", "--nopidfile", "--nosyslog",
+                 "--print-address", "--address=unix:path=" + (directory_.path() / "bus").string()},
+                sessionBus_);
 }
 
 void VirtualDesktop::startWindowManager() {
+  // The last words of one before about the windows would pass for its first.
+  for (const auto* word :
+       {"_NET_SUPPORTING_WM_CHECK", "_NET_WORKAREA", "_NET_CLIENT_LIST", "_NET_ACTIVE_WINDOW"})
+    if (windows_->hasProperty(windows_->root(), word)) run({"xprop", "-root", "-remove", word});
   windowManager_ = start({"openbox", "--sm-disable"});
   require(waitFor(
               [&] {
@@ -167,6 +177,23 @@ void VirtualDesktop::startTray() {
 
 void VirtualDesktop::stopTray() {
   tray_.terminate();
+}
+
+void VirtualDesktop::stopWindowManager() {
+  windowManager_.kill();
+}
+
+void VirtualDesktop::stopCompositor() {
+  compositor_.terminate();
+}
+
+void VirtualDesktop::stopSessionBus() {
+  sessionBus_.kill();
+  std::filesystem::remove(directory_.path() / "dbus-daemon");  // the last one's first line
+}
+
+void VirtualDesktop::killServer() {
+  server_.kill();
 }
 
 void VirtualDesktop::enter() const {

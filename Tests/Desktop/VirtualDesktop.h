@@ -63,18 +63,25 @@ class VirtualDesktop {
   /// Saves what the screen shows as a PNG file.
   void screenshot(const std::filesystem::path& path) const;
 
+  /// Each returns when it answers, or is gone.
   void startTray();
   void stopTray();
   void startCompositor();
   void stopCompositor();
+  void startWindowManager();
+  void stopWindowManager();  ///< as if it had crashed
+  void startCompositor();
+  void stopCompositor();
+  void startSessionBus();  ///< under the address of the one before
+  void stopSessionBus();
+  /// What is left of this object then is its folders.
+  void killServer();
 
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.
   std::string firstLine(const std::vector<std::string>& arguments, ChildProcess& program) const;
   void startServer(const VirtualDesktopOptions& options);
   void startServerWithOutputs();
-  void startSessionBus();
-  void startWindowManager();
 
   TemporaryDirectory directory_;
   std::filesystem::path home_;

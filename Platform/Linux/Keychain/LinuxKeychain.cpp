@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string_view>
+#include <utility>
 
 #include "Platform/Linux/Keychain/ToolCredentials.h"
 #include "Platform/Linux/SessionBus.h"
@@ -91,9 +92,22 @@ Attributes attributesOf(const std::string& service) {
   return Attributes(secret_attributes_build(&schema(), serviceAttribute, service.c_str(), nullptr));
 }
 
+/// What `question` answers, and whether it could be asked: else it sets the error that its argument
+/// points to. The library goes on asking a service that has been replaced; then it is asked anew.
+template <typename Question>
+auto ask(Question question, bool isLast = false) {
+  GError* error = nullptr;
+  auto answer = question(&error);
+  const Error owned(error);
+  if (!owned || isLast) return std::pair(std::move(answer), owned == nullptr);
+  secret_service_disconnect();
+  return ask(std::move(question), true);
+}
+
 }  // namespace
 
 bool LinuxKeychain::isAvailable() {
+  secret_service_disconnect();
   const auto bus = sessionBus();
   return bus && (isRunning(*bus) || canBeStarted(*bus));
 }
@@ -101,11 +115,11 @@ bool LinuxKeychain::isAvailable() {
 std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
   if (service == toolCredentials::service) return toolCredentials::read();
   if (!isReachable()) return std::nullopt;
-  GError* error = nullptr;
   const auto attributes = attributesOf(service);
-  const SecretValuePointer value(
-      secret_password_lookupv_binary_sync(&schema(), attributes.get(), nullptr, &error));
-  const Error owned(error);
+  const auto value = ask([&](GError** error) {
+                       return SecretValuePointer(secret_password_lookupv_binary_sync(
+                           &schema(), attributes.get(), nullptr, error));
+                     }).first;
   if (!value) return std::nullopt;
   gsize length = 0;
   const auto* bytes = reinterpret_cast<const std::uint8_t*>(secret_value_get(value.get(), &length));
@@ -114,26 +128,25 @@ std::optional<Bytes> LinuxKeychain::password(const std::string& service) {
 
 bool LinuxKeychain::setPassword(const std::string& service, BytesView secret) {
   if (service == toolCredentials::service || !isReachable()) return false;
-  GError* error = nullptr;
   const auto attributes = attributesOf(service);
   const SecretValuePointer value(secret_value_new(reinterpret_cast<const gchar*>(secret.data()),
                                                   static_cast<gssize>(secret.size()), contentType));
   // The service replaces what has the same attributes.
-  const bool isStored = secret_password_storev_binary_sync(
-      &schema(), attributes.get(), SECRET_COLLECTION_DEFAULT, ("Zephyx: " + service).c_str(),
-      value.get(), nullptr, &error);
-  const Error owned(error);
-  return isStored;
+  return ask([&](GError** error) {
+           return secret_password_storev_binary_sync(
+               &schema(), attributes.get(), SECRET_COLLECTION_DEFAULT,
+               ("Zephyx: " + service).c_str(), value.get(), nullptr, error);
+         }).first != FALSE;
 }
 
 bool LinuxKeychain::deletePassword(const std::string& service) {
   if (service == toolCredentials::service || !isReachable()) return false;
-  GError* error = nullptr;
   const auto attributes = attributesOf(service);
-  secret_password_clearv_sync(&schema(), attributes.get(), nullptr,
-                              &error);  // false: none was there
-  const Error owned(error);
-  return !owned;
+  return ask([&](GError** error) {
+           // False: none was there.
+           return secret_password_clearv_sync(&schema(), attributes.get(), nullptr, error);
+         })
+      .second;
 }
 
 }  // namespace zephyx
