@@ -1,16 +1,30 @@
 #include "Platform/Linux/LinuxApplication.h"
 
+#include <unistd.h>
+
 #include <QtCore/QEvent>
 #include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QFileDialog>
 #include <algorithm>
+#include <cstdlib>
 
 #include "Platform/Linux/SingleInstance.h"
 #include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/WindowHints.h"
 
 namespace zephyx {
+namespace {
+
+bool isInLoop = false;
+
+// The toolkit says so and calls `exit` in the middle of its loop when the X server has gone. Other
+// threads still use what the ends of static objects would take from under them.
+void leaveAtOnce() {
+  if (isInLoop) _exit(EXIT_FAILURE);
+}
+
+}  // namespace
 
 /// Keeps file dialogs above the window that they were opened from, whatever becomes of its level.
 class LinuxApplication::DialogPlacer final : public QObject {
@@ -58,7 +72,10 @@ int LinuxApplication::run(ApplicationDelegate& delegate) {
         instance_.listen([this] { delegate_->applicationShouldHandleReopen(); });
       },
       Qt::QueuedConnection);
+  std::atexit(leaveAtOnce);
+  isInLoop = true;
   const int status = QApplication::exec();
+  isInLoop = false;
   instance_.stopListening();
   return status;
 }

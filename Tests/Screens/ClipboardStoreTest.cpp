@@ -9,6 +9,7 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 #include "Tests/Screens/StoreWriter.h"
 
@@ -220,20 +221,39 @@ TEST_F(ClipboardStoreTest, SetsAsideWhatItCannotUseAndBeginsAnew) {
 }
 
 TEST_F(ClipboardStoreTest, SurvivesDamageThatShowsItselfLater) {
-  for (int i = 0; i < 200; ++i) insertText(std::string(5000, 'x'));
-  close();
-  fs::remove(database() + "-wal");
-  std::fstream file(database(), std::ios::in | std::ios::out | std::ios::binary);
-  const std::string noise(40'000, '\xAB');
-  file.seekp(4096);
-  file << noise;
-  file.close();
+  using Damage = std::function<void(const std::string&)>;
+  const Damage fill = [](const std::string& path) {
+    std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
+    file.seekp(4096);
+    file << std::string(40'000, '\xAB');
+  };
+  const Damage cut = [](const std::string& path) { fs::resize_file(path, 20'000); };
+  std::size_t damaged = 0;
+  for (const auto& damage : {fill, cut}) {
+    for (int i = 0; i < 200; ++i) insertText(std::string(5000, 'x'));
+    close();
+    fs::remove(database() + "-wal");
+    damage(database());
 
-  previews();
-  insertText("new");
-  EXPECT_EQ(previews(), std::vector<std::string>{"new"});
-  EXPECT_EQ(store().condition(), StoreCondition::replacedDamaged);
-  EXPECT_EQ(setAside(".damaged-").size(), 1U);
+    previews();
+    insertText("new");
+    EXPECT_EQ(previews(), std::vector<std::string>{"new"});
+    EXPECT_EQ(store().condition(), StoreCondition::replacedDamaged);
+    EXPECT_EQ(setAside(".damaged-").size(), ++damaged);
+  }
+}
+
+TEST_F(ClipboardStoreTest, WhatAnotherProgramKeepsToItselfIsLeftAloneAndThereTheNextTime) {
+  insertText("kept");
+  close();
+  auto other = Sqlite::open(database());
+  ASSERT_TRUE(other->execute("PRAGMA locking_mode=EXCLUSIVE; UPDATE entry SET pinned = 0"));
+  EXPECT_EQ(store().condition(), StoreCondition::notKept);
+  insertText("not kept");
+  close();
+  other.reset();
+  EXPECT_EQ(store().condition(), StoreCondition::opened);
+  EXPECT_EQ(previews(), std::vector<std::string>{"kept"});
 }
 
 TEST_F(ClipboardStoreTest, LivesInMemoryWhereNothingCanBeWritten) {

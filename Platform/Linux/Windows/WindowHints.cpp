@@ -43,13 +43,20 @@ void WindowHints::moveToCurrentDesktop(const QWindow& window) {
 void WindowHints::activate(const QWindow& window) {
   lastActivation_ = std::chrono::steady_clock::now();
   const auto time = watch_.serverTime();
-  if (connection_.property32(connection_.root(), "_NET_SUPPORTING_WM_CHECK").empty()) {
+  if (!hasWindowManager()) {
     xcb_set_input_focus(connection_.get(), XCB_INPUT_FOCUS_PARENT, nativeWindow(window), time);
     xcb_flush(connection_.get());
     return;
   }
   connection_.askWindowManager(nativeWindow(window), "_NET_ACTIVE_WINDOW",
                                {fromPager, time, 0, 0, 0});
+}
+
+// One that was killed leaves its word about a window that is gone.
+bool WindowHints::hasWindowManager() {
+  const auto named = connection_.property32(connection_.root(), "_NET_SUPPORTING_WM_CHECK");
+  return !named.empty() &&
+         connection_.property32(named.front(), "_NET_SUPPORTING_WM_CHECK") == named;
 }
 
 bool WindowHints::hasJustActivated() const {

@@ -29,6 +29,8 @@ class WindowHints {
   bool hasJustActivated() const;
 
  private:
+  bool hasWindowManager();
+
   DesktopWatch& watch_;
   X11Connection connection_;
   std::chrono::steady_clock::time_point lastActivation_;
