@@ -183,10 +183,6 @@ void VirtualDesktop::stopWindowManager() {
   windowManager_.kill();
 }
 
-void VirtualDesktop::stopCompositor() {
-  compositor_.terminate();
-}
-
 void VirtualDesktop::stopSessionBus() {
   sessionBus_.kill();
   std::filesystem::remove(directory_.path() / "dbus-daemon");  // the last one's first line

@@ -66,8 +66,6 @@ class VirtualDesktop {
   /// Each returns when it answers, or is gone.
   void startTray();
   void stopTray();
-  void startCompositor();
-  void stopCompositor();
   void startWindowManager();
   void stopWindowManager();  ///< as if it had crashed
   void startCompositor();
