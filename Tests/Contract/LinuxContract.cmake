@@ -2,15 +2,11 @@
 add_executable(linux_contract_tests LinuxContractDesktop.cpp LinuxContractTests.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/ClipboardProgram.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/DesktopRamps.cpp
-  ${CMAKE_SOURCE_DIR}/Tests/Desktop/TargetProgram.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/UpdateFeed.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/UpdateServer.cpp)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZEPHYX_TEST_SIGNATURES REQUIRED IMPORTED_TARGET libsodium)
 target_link_libraries(linux_contract_tests PRIVATE desktop_harness https_server zephyx_linux Qt6::Network
   PkgConfig::ZEPHYX_TEST_SIGNATURES GTest::gtest_main)
-target_compile_definitions(linux_contract_tests PRIVATE
-  QT_TARGET_EXECUTABLE="$<TARGET_FILE:qt_target>")
-add_dependencies(linux_contract_tests qt_target)
 gtest_discover_tests(linux_contract_tests DISCOVERY_MODE PRE_TEST
   PROPERTIES TIMEOUT 60 LABELS desktop)

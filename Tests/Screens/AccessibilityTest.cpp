@@ -28,7 +28,7 @@ MainScreenController& mainScreen(TestWorld& world) {
   return *qobject_cast<MainScreenController*>(world.program()->controller());
 }
 
-void fillHistory(TestWorld& world) {
+void copyOneOfEach(TestWorld& world) {
   world.call("clipboardEntryCaptured", Map{{"type", "file"}, {"text", "f"}, {"filePath", "/d/f"}});
   world.call("clipboardEntryCaptured", capturedText("words"));
   auto link = capturedText("https://a.b");
@@ -72,14 +72,14 @@ const Scene scenes[] = {
     {"History",
      "clipboardMain",
      {560, 720},
-     fillHistory,
+     copyOneOfEach,
      {"Type to search", "Clear the history", "All", "Pinned", "Allow…", "Open the link", "Preview",
       "Pin", "Remove", "Update available — version 2.0", "words, now"}},
     {"HistoryQuestion",
      "clipboardMain",
      {560, 720},
      [](TestWorld& world) {
-       fillHistory(world);
+       copyOneOfEach(world);
        world.press(Qt::Key_Delete, Qt::ControlModifier | Qt::ShiftModifier);
      },
      {"Cancel", "Remove all"}},
