@@ -7,7 +7,7 @@
 
 int main(int argc, char** argv) {
   const auto platform = zephyx::makePlatform(argc, argv);
-  if (!platform) return EXIT_SUCCESS;  // the instance that is running takes over
+  if (!platform) return EXIT_SUCCESS;  // another instance takes over, or none is wanted
   const zephyx::SharedObjects sharedObjects(*platform);
   zephyx::AppDelegate delegate(*platform);
   return platform->application().run(delegate);

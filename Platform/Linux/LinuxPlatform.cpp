@@ -2,6 +2,8 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <string_view>
 #include <utility>
 
 #include "Platform/Linux/Alerts/LinuxAlerts.h"
@@ -54,6 +56,15 @@ void sayThatThereIsNoDisplay() {
       "zephyx: this is a Wayland session. Zephyx needs an X11 session: choose one (\"Xorg\") when "
       "you log in.\nWith XWayland it starts here too, but sees X11 programs only.\n",
       stderr);
+}
+
+/// Sessions start the installed program for everybody. What a user copies is recorded only after
+/// that user has started it once.
+bool isUnaskedLogIn(int argc, char** argv) {
+  if (argc < 2 || std::string_view(argv[1]) != "--login") return false;
+  const auto data = LinuxDirectories().applicationSupport();
+  std::error_code none;
+  return !data || !std::filesystem::exists(*data + "/com.zephyx.app", none);
 }
 
 }  // namespace
@@ -248,6 +259,7 @@ Workspace& LinuxPlatform::workspace() {
 }
 
 std::unique_ptr<Platform> makePlatform(int argc, char** argv) {
+  if (isUnaskedLogIn(argc, argv)) return nullptr;
   FreedMemory::keep();
   auto watch = DesktopWatch::open();
   if (!watch) {

@@ -22,24 +22,12 @@ class KeychainTest : public testing::Test {
     desktop_.emplace(VirtualDesktopOptions{.windowManager = false, .sessionBus = sessionBus});
     desktop_->enter();
   }
-  void startKeyring() {
-    // Before anything else asks for the service, or the bus starts a locked one.
-    keyring_ = desktop_->start(
-        {"sh", "-c",
-         "printf word | exec gnome-keyring-daemon --foreground --unlock --components=secrets"});
-    ASSERT_TRUE(waitFor([&] {
-      return desktop_
-                 ->run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
-                        "/", "org.freedesktop.DBus.NameHasOwner", "string:org.freedesktop.secrets"})
-                 .output.find("true") != std::string::npos;
-    }));
-  }
+  void startKeyring() { desktop_->startKeyring(); }
   std::string witness(const std::string& service) {
     return desktop_->run({"secret-tool", "lookup", "service", service}).output;
   }
 
   std::optional<VirtualDesktop> desktop_;
-  ChildProcess keyring_;
   LinuxKeychain keychain_;
 };
 

@@ -192,6 +192,22 @@ void VirtualDesktop::killServer() {
   server_.kill();
 }
 
+void VirtualDesktop::startKeyring() {
+  // Before anything else asks for the service, or the bus starts a locked one.
+  keyring_ =
+      start({"sh", "-c",
+             "printf word | exec gnome-keyring-daemon --foreground --unlock --components=secrets"});
+  require(
+      waitFor(
+          [&] {
+            return run({"dbus-send", "--session", "--print-reply", "--dest=org.freedesktop.DBus",
+                        "/", "org.freedesktop.DBus.NameHasOwner", "string:org.freedesktop.secrets"})
+                       .output.find("true") != std::string::npos;
+          },
+          kStartDeadline),
+      "the keyring did not start");
+}
+
 void VirtualDesktop::enter() const {
   for (const auto& [name, value] : currentEnvironment())
     if (!environment_.count(name)) unsetenv(name.c_str());
@@ -234,9 +250,14 @@ void VirtualDesktop::splitIntoTwoMonitors() const {
           "xrandr could not split the screen");
 }
 
-void VirtualDesktop::screenshot(const std::filesystem::path& path) const {
+void VirtualDesktop::screenshot(const std::filesystem::path& path, const std::string& part) const {
   std::filesystem::create_directories(path.parent_path());
-  require(run({"import", "-window", "root", path.string()}).status == 0, "no screenshot taken");
+  std::vector<std::string> arguments{"import", "-window", "root"};
+  // Fewer colours than that show in a gradient.
+  if (!part.empty())
+    arguments.insert(arguments.end(), {"-crop", part, "+repage", "-colors", "255"});
+  arguments.push_back(path.string());
+  require(run(arguments).status == 0, "no screenshot taken");
 }
 
 }  // namespace zephyx

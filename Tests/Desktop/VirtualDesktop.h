@@ -60,8 +60,8 @@ class VirtualDesktop {
 
   /// Cuts the screen into two monitors, LEFT and RIGHT, of half its width each.
   void splitIntoTwoMonitors() const;
-  /// Saves what the screen shows as a PNG file.
-  void screenshot(const std::filesystem::path& path) const;
+  /// Saves what the screen, or a part of it ("560x720+360+40"), shows as a PNG file.
+  void screenshot(const std::filesystem::path& path, const std::string& part = {}) const;
 
   /// Each returns when it answers, or is gone.
   void startTray();
@@ -74,6 +74,8 @@ class VirtualDesktop {
   void stopSessionBus();
   /// What is left of this object then is its folders.
   void killServer();
+  /// A keeper of secrets on the desktop's own bus.
+  void startKeyring();
 
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.
@@ -90,6 +92,7 @@ class VirtualDesktop {
   // Destroyed in reverse order: the server last.
   ChildProcess server_;
   ChildProcess sessionBus_;
+  ChildProcess keyring_;
   ChildProcess windowManager_;
   ChildProcess compositor_;
   ChildProcess tray_;
