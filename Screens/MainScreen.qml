@@ -17,11 +17,13 @@ FocusScope {
             screen.hotkeys.cancelRecording()
     }
 
+    Keys.forwardTo: [settingsShortcut]
     Keys.onPressed: event => {
         event.accepted = true
         if (Keyboard.goesOn(event, root) || screen.openSettingsBy(event.key, event.modifiers)) {
             return
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
+        if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
             screen.newNote()
             editor.take()
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_F) {
@@ -34,6 +36,16 @@ FocusScope {
     }
 
     Component.onCompleted: editor.take()
+
+    // Asked before a text field, which would take the character for itself.
+    Item {
+        id: settingsShortcut
+        Keys.onPressed: event => {
+            event.accepted = root.screen.settings.isSettingsShortcut(event.key, event.modifiers)
+            if (event.accepted)
+                root.screen.showsSettings = true
+        }
+    }
 
     Connections {
         target: root.screen
@@ -83,6 +95,7 @@ FocusScope {
             input.Keys.priority: Keys.BeforeItem
             input.Keys.onPressed: event =>
                 event.accepted = root.screen.openSettingsBy(event.key, event.modifiers)
+            input.Keys.forwardTo: [settingsShortcut]
             input.Keys.onEscapePressed: event => {
                 if (text.length > 0) input.clear(); else editor.take()
             }
@@ -211,6 +224,7 @@ FocusScope {
             anchors.fill: parent
             visible: !root.screen.showsSettings
             screen: root.screen
+            keysFirst: settingsShortcut
         }
         Loader {
             anchors.fill: parent

@@ -5,6 +5,7 @@ Item {
     id: root
 
     required property MainController screen
+    required property Item keysFirst  // sees the keys before the text does
     property bool applying: false
 
     function take() { editor.forceActiveFocus() }
@@ -80,6 +81,7 @@ Item {
             selectByMouse: true
             persistentSelection: true
             activeFocusOnTab: true
+            Keys.forwardTo: [root.keysFirst]
             font.pixelSize: 15
             Accessible.role: Accessible.EditableText
             Accessible.name: "Note"
