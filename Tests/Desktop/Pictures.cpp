@@ -41,9 +41,10 @@ class Pictures {
  public:
   explicit Pictures(std::filesystem::path folder) : folder_(std::move(folder)) {
     desktop_.enter();
-    require(desktop_.run({"hsetroot", "-add", "#355070", "-add", "#b56576", "-gradient", "160"})
-                    .status == 0,
-            "no wallpaper");
+    require(
+        desktop_.run({"hsetroot", "-add", "#6d597a", "-add", "#355070", "-gradient", "0"}).status ==
+            0,
+        "no wallpaper");
     desktop_.startTray();
     sensors_.setProcessor("52000");
     prepareUsage();
@@ -55,12 +56,21 @@ class Pictures {
         desktop_, Environment{{"ZEPHYX_HWMON", sensors_.folder()},
                               {"SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home())}});
     require(program_->waitUntilReady(), "the program does not get ready");
-    require(waitFor([&] { return hasKeyboard(program_->mainWindow()); }), "no main window");
-    require(editor_->activate() && waitFor([&] { return !program_->mainWindow(); }),
-            "the main window stays among\n" + desktop_.windows().description());
+    // At the start the program may bring itself to the front once more.
+    const auto leaveMainWindow = [&] {
+      const auto window = program_->mainWindow();
+      if (window && !hasKeyboard(window)) (void)desktop_.windows().activate(window->id);
+      return editor_->activate() &&
+             waitFor([&] { return !program_->mainWindow(); }, std::chrono::seconds(1));
+    };
+    require(waitFor(leaveMainWindow), "the main window stays");
+    // Beside the panels.
+    desktop_.run({"xdotool", "windowsize", "--sync", std::to_string(editor_->window().id), "260",
+                  "200", "windowmove", std::to_string(editor_->window().id), "10", "890"});
     takeClipboard();
     takeTranslation();
     takeMenu();
+    editor_.reset();
     takeSettings();
   }
 
@@ -85,7 +95,7 @@ class Pictures {
               return subject && desktop_.windows().distinctColors(*subject) > 4;
             }),
             name + " does not show");
-    pass(std::chrono::milliseconds(800));  // the last frame of what moves
+    pass(std::chrono::milliseconds(1'500));  // the last frame of what moves
     const int x = std::max(0, subject->x - margin);
     const int y = std::max(0, subject->y - margin);
     const auto side = [](int from, int to) { return std::to_string(to + margin - from); };
@@ -189,6 +199,7 @@ class Pictures {
   void takeSettings() {
     auto second = desktop_.start({ZephyxProcess::executable().string()});
     require(waitFor([&] { return hasKeyboard(program_->mainWindow()); }), "no main window");
+    desktop_.input().type("packing list\nwarm socks\nmap and torch\n");
     desktop_.input().chord({key::Super, key::Comma});
     picture("settings", [&] { return program_->mainWindow(); });
   }
@@ -196,7 +207,9 @@ class Pictures {
   std::filesystem::path folder_;
   ChatServer chatServer_{
       {"La cabaña está reservada de viernes a domingo. ",
-       "El camino es fácil, pero las noches son frías: ", "lleva ropa de abrigo y buen calzado."}};
+       "El camino es fácil, pero las noches son frías: ", "lleva ropa de abrigo y buen calzado. ",
+       "Nos vemos en la estación a las nueve, ",
+       "y al lado hay una panadería para quien llegue antes."}};
   VirtualDesktop desktop_{options()};
   SensorTree sensors_{desktop_.home() / "hwmon"};
   std::unique_ptr<HttpsServer> usageServer_;

@@ -253,9 +253,7 @@ void VirtualDesktop::splitIntoTwoMonitors() const {
 void VirtualDesktop::screenshot(const std::filesystem::path& path, const std::string& part) const {
   std::filesystem::create_directories(path.parent_path());
   std::vector<std::string> arguments{"import", "-window", "root"};
-  // Fewer colours than that show in a gradient.
-  if (!part.empty())
-    arguments.insert(arguments.end(), {"-crop", part, "+repage", "-colors", "255"});
+  if (!part.empty()) arguments.insert(arguments.end(), {"-crop", part, "+repage"});
   arguments.push_back(path.string());
   require(run(arguments).status == 0, "no screenshot taken");
 }
