@@ -26,7 +26,7 @@ as_root() { if [ "$(id -u)" = 0 ]; then "$@"; else fakeroot -- "$@"; fi; }
 
 # package_tool ARGUMENT...: dpkg, whose system is the scratch root. There are no maintainer scripts.
 package_tool() {
-  as_root dpkg --root="$root" --log=/dev/null --force-not-root --force-bad-path --force-depends \
+  as_root dpkg --root="$root" --log="$work/dpkg.record" --force-not-root --force-bad-path --force-depends \
     --force-unsafe-io --path-include='*' "$@" >"$work/dpkg.log" 2>&1 || { cat "$work/dpkg.log" && exit 1; }
 }
 
@@ -106,7 +106,7 @@ enter_desktop() {
 
 # shows PROCESS TEST: one of its windows on the screen has a width WIDTH for which the test holds.
 shows() {
-  local window WIDTH
+  local window WIDTH  # named in the test
   for window in $(xdotool search --onlyvisible --all --pid "$1" --name '' 2>/dev/null); do
     eval "$(xdotool getwindowgeometry --shell "$window" 2>/dev/null | grep ^WIDTH)"
     (($2)) && return
@@ -125,7 +125,7 @@ recorded() {
 
 # owners: the packages that the files on standard input belong to; /usr/lib is also known as /lib.
 owners() {
-  sed 'p; s|^/usr||' | grep -lxFf - /var/lib/dpkg/info/*.list | sed -E 's|.*/||; s/(:[a-z0-9]+)?\.list$//' | sort -u
+  sed 'p; s|^/usr||' | grep -lxF --file=- /var/lib/dpkg/info/*.list | sed -E 's|.*/||; s/(:[a-z0-9]+)?\.list$//' | sort -u
 }
 
 # What the running program has loaded comes from packages that its package names.
