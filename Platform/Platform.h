@@ -69,8 +69,8 @@ class Platform {
   virtual Workspace& workspace() = 0;
 };
 
-/// Makes the platform that this build is for. Null when this start ends at once: another instance is
-/// already running and has been told that the user started the application again, or the system
+/// Makes the platform that this build is for. Null when this start ends at once: another instance
+/// is already running and has been told that the user started the application again, or the system
 /// started it for a user who never did.
 std::unique_ptr<Platform> makePlatform(int argc, char** argv);
 
