@@ -20,10 +20,9 @@ FocusScope {
     Keys.forwardTo: [settingsShortcut]
     Keys.onPressed: event => {
         event.accepted = true
-        if (Keyboard.goesOn(event, root) || screen.openSettingsBy(event.key, event.modifiers)) {
+        if (Keyboard.goesOn(event, root)) {
             return
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
-        if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_N) {
             screen.newNote()
             editor.take()
         } else if (event.modifiers === Qt.ControlModifier && event.key === Qt.Key_F) {
@@ -40,11 +39,8 @@ FocusScope {
     // Asked before a text field, which would take the character for itself.
     Item {
         id: settingsShortcut
-        Keys.onPressed: event => {
-            event.accepted = root.screen.settings.isSettingsShortcut(event.key, event.modifiers)
-            if (event.accepted)
-                root.screen.showsSettings = true
-        }
+        Keys.onPressed: event =>
+            event.accepted = root.screen.openSettingsBy(event.key, event.modifiers)
     }
 
     Connections {
@@ -92,9 +88,6 @@ FocusScope {
             implicitHeight: 34
             placeholder: "Search"
             onTextChanged: root.screen.searchText = text
-            input.Keys.priority: Keys.BeforeItem
-            input.Keys.onPressed: event =>
-                event.accepted = root.screen.openSettingsBy(event.key, event.modifiers)
             input.Keys.forwardTo: [settingsShortcut]
             input.Keys.onEscapePressed: event => {
                 if (text.length > 0) input.clear(); else editor.take()

@@ -85,10 +85,6 @@ Item {
             font.pixelSize: 15
             Accessible.role: Accessible.EditableText
             Accessible.name: "Note"
-            // It would take the shortcut's key for a letter.
-            Keys.priority: Keys.BeforeItem
-            Keys.onPressed: event =>
-                event.accepted = root.screen.openSettingsBy(event.key, event.modifiers)
             onTextChanged: if (!root.applying) root.screen.text = text
             onCursorRectangleChanged: page.follow(cursorRectangle)
 

@@ -62,7 +62,7 @@ TEST_F(KeychainTest, TheKeeperOfSecretsMayGoAndComeBackAndTheBusMayGo) {
   startKeyring();
   ASSERT_TRUE(keychain_.setPassword("one", bytesOf("kept")));
   for (int restart = 0; restart < 2; ++restart) {
-    keyring_.kill();
+    desktop_->stopKeyring();
     startKeyring();
     EXPECT_EQ(keychain_.password("one"), bytesOf("kept"));
     EXPECT_TRUE(keychain_.setPassword("two", bytesOf("kept too")));

@@ -208,6 +208,10 @@ void VirtualDesktop::startKeyring() {
       "the keyring did not start");
 }
 
+void VirtualDesktop::stopKeyring() {
+  keyring_.kill();
+}
+
 void VirtualDesktop::enter() const {
   for (const auto& [name, value] : currentEnvironment())
     if (!environment_.count(name)) unsetenv(name.c_str());

@@ -72,10 +72,10 @@ class VirtualDesktop {
   void stopCompositor();
   void startSessionBus();  ///< under the address of the one before
   void stopSessionBus();
+  void startKeyring();  ///< a keeper of secrets on the desktop's own bus
+  void stopKeyring();
   /// What is left of this object then is its folders.
   void killServer();
-  /// A keeper of secrets on the desktop's own bus.
-  void startKeyring();
 
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.
