@@ -1,6 +1,5 @@
 #include "Runner/HotkeyManager.h"
 
-#include <algorithm>
 #include <string_view>
 #include <utility>
 
@@ -28,11 +27,6 @@ constexpr std::uint32_t fourCharCodeValue(std::string_view text) {
   std::uint32_t value = 0;
   for (const char c : text.substr(0, 4)) value = value * 256 + static_cast<unsigned char>(c);
   return value;
-}
-
-/// Of UTF-8.
-auto characterCount(const std::string& text) {
-  return std::count_if(text.begin(), text.end(), [](char byte) { return (byte & 0xC0) != 0x80; });
 }
 
 }  // namespace
@@ -216,10 +210,7 @@ std::string HotkeyManager::displayString(const HotkeyConfig& config) const {
 }
 
 std::string HotkeyManager::character(std::uint32_t keyCode) const {
-  const auto printed = keyboardLayout_.character(keyCode);
-  const auto capital = keyboardLayout_.uppercased(printed);
-  // "SS" would be another key twice.
-  return characterCount(capital) > characterCount(printed) ? printed : capital;
+  return keyboardLayout_.uppercased(keyboardLayout_.character(keyCode));
 }
 
 std::string HotkeyManager::keyEquivalent(std::uint32_t keyCode) const {
