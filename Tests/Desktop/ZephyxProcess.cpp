@@ -1,11 +1,15 @@
 #include "Tests/Desktop/ZephyxProcess.h"
 
+#include <algorithm>
+
 namespace zephyx {
 
-ZephyxProcess::ZephyxProcess(VirtualDesktop& desktop, const Environment& additions)
+ZephyxProcess::ZephyxProcess(VirtualDesktop& desktop, const Environment& additions,
+                             std::vector<std::string> starter)
     : desktop_(desktop), logFile_(desktop.home() / "zephyx.log"), history_(historyFile()) {
   std::filesystem::remove(logFile_);
-  process_ = desktop.start({executable().string()}, additions, logFile_);
+  starter.push_back(executable().string());
+  process_ = desktop.start(starter, additions, logFile_);
 }
 
 ZephyxProcess::~ZephyxProcess() = default;
@@ -21,11 +25,18 @@ bool ZephyxProcess::waitUntilReady() const {
          waitFor([&] { return desktop_.windows().isGrabbedByOthers(key::V, shiftSuper); });
 }
 
-void ZephyxProcess::useChatServer(const VirtualDesktop& desktop, const std::string& address) {
+void ZephyxProcess::useSettings(const VirtualDesktop& desktop,
+                                const std::map<std::string, std::string>& settings) {
+  std::string json;
+  for (const auto& [key, value] : settings)
+    json += (json.empty() ? "" : ", ") + ("\"" + key + R"(": {"string": ")" + value + "\"}");
   const auto folder = desktop.configHome() / "com.zephyx.app";
   std::filesystem::create_directories(folder);
-  writeFile(folder / "defaults.json", R"({"flutter.ai.serverAddress": {"string": ")" + address +
-                                          R"("}, "flutter.ai.serverModel": {"string": "any"}})");
+  writeFile(folder / "defaults.json", "{" + json + "}");
+}
+
+void ZephyxProcess::useChatServer(const VirtualDesktop& desktop, const std::string& address) {
+  useSettings(desktop, {{"flutter.ai.serverAddress", address}, {"flutter.ai.serverModel", "any"}});
 }
 
 std::string ZephyxProcess::log() const {
@@ -38,6 +49,11 @@ std::size_t ZephyxProcess::logCount(const std::string& text) const {
   for (auto at = content.find(text); at != std::string::npos; at = content.find(text, at + 1))
     ++count;
   return count;
+}
+
+std::string ZephyxProcess::logEnd(std::size_t bytes) const {
+  const auto whole = log();
+  return whole.substr(whole.size() - std::min(bytes, whole.size()));
 }
 
 bool ZephyxProcess::waitForLog(const std::string& text, std::size_t times) const {
