@@ -72,7 +72,7 @@ class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
                 MenuItem::withView(lockTitle, std::make_shared<InputLockMenuItemView>(
                                                   InputLockTarget::keyboard, lockTitle, *lock_)),
         },
-        StatusMenu::Actions{});
+        StatusMenu::Actions{.exportAllNotes = [this] { ++exports_; }});
     icon_->setMenu(menu_->menu());
   }
   void TearDown() override {
@@ -112,12 +112,13 @@ class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
   }
 
   std::unique_ptr<InputLockController> lock_;
+  std::shared_ptr<StatusItem> icon_;
   bool isMuted_ = false;
+  int exports_ = 0;
 
  private:
   const std::shared_ptr<FakeUsageProvider> provider_ = std::make_shared<FakeUsageProvider>();
   std::unique_ptr<SharedObjects> shared_;
-  std::shared_ptr<StatusItem> icon_;
   std::shared_ptr<SystemMonitorMenuView> monitor_;
   std::unique_ptr<AgentUsageMenuItem> agents_;
   std::unique_ptr<StatusMenu> menu_;
@@ -191,6 +192,24 @@ TEST_P(ViewAccessibilityTest, AKeyThatFlipsTheAccordionLeavesTheKeyboardOnItsRow
   ASSERT_TRUE(becomesTrue([&] { return !menu(); }));
   open();
   EXPECT_EQ(focused(), nullptr);
+}
+
+TEST_P(ViewAccessibilityTest, KeyEquivalentsAreFoundInEveryLayout) {
+  const struct {
+    const char* layout;
+    unsigned group;
+    std::uint8_t key;
+  } cases[] = {{"us", 0, key::E}, {"us,ru", 1, key::E}, {"dvorak", 0, key::D}, {"fr", 0, key::E}};
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.layout);
+    desktop().run({"setxkbmap", each.layout});
+    input().lockLayout(each.group);
+    open();
+    exports_ = 0;
+    input().chord({key::Shift, key::Super, each.key});
+    EXPECT_TRUE(becomesTrue([&] { return exports_ == 1 && !menu(); }));
+    icon_->cancelTrackingWithoutAnimation();
+  }
 }
 
 TEST_P(ViewAccessibilityTest, TheHeadsUpPanelsSayTheirWords) {

@@ -169,10 +169,12 @@ class AccessibilityTest : public testing::TestWithParam<Scene> {
     return isRow ? focused->parent()->childCount() : 0;
   }
   QAccessibleInterface* window() { return QAccessible::queryAccessibleInterface(world.window()); }
-  QImage picture() { return world.window()->grabWindow(); }
+  /// With some of what is around it.
   QImage picture(const QQuickItem& item) {
-    const QRectF place(item.mapToScene({}), QSizeF(item.width(), item.height()));
-    return picture().copy(place.toAlignedRect().adjusted(-16, -16, 16, 16));
+    const auto all = world.window()->grabWindow();
+    const QRectF place(item.mapToScene({-16, -16}), QSizeF(item.width() + 32, item.height() + 32));
+    const auto scale = all.devicePixelRatio();
+    return all.copy(QRectF(place.topLeft() * scale, place.size() * scale).toAlignedRect());
   }
 
   TestWorld world{GetParam().program};
