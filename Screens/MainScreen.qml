@@ -49,7 +49,7 @@ FocusScope {
     }
 
     DesktopNotices {
-        id: notices
+        id: desktopNotices
         screen: root.screen
     }
 
@@ -164,7 +164,7 @@ FocusScope {
 
             Repeater {
                 objectName: "notices"
-                model: notices.unread
+                model: desktopNotices.unread
                 NoticeCard {
                     required property var modelData
                     width: noticeCards.width
@@ -222,7 +222,7 @@ FocusScope {
         Loader {
             anchors.fill: parent
             active: root.screen.showsSettings
-            sourceComponent: SettingsPage { screen: root.screen; notices: notices.found }
+            sourceComponent: SettingsPage { screen: root.screen; notices: desktopNotices.found }
         }
         MessageBar {
             anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 16 }
@@ -243,7 +243,7 @@ FocusScope {
                 { label: "Export all notes…", symbol: "open", action: () => root.screen.exportNotes() },
                 { label: "Import notes…", symbol: "file", action: () => root.screen.importNotes() },
                 { label: "Settings", symbol: "sliders", action: () => root.screen.showsSettings = true },
-                ...(notices.trayless
+                ...(desktopNotices.trayless
                     ? [{ label: "Tray icon’s menu", symbol: "menu", action: () => desktop.openMenu() }]
                     : []),
                 { label: "Quit Zephyx", symbol: "close", action: () => root.screen.quit() }

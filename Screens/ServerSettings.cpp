@@ -131,9 +131,9 @@ void ServerSettings::storeKey(const QString& key) {
       },
       guard_.wrap([this, server = *server](std::pair<bool, bool> end) {
         const auto [available, stored] = end;
+        hasStore_ = available;
         if (stored) return finishKeyWork(server, true, {});
         --working_;
-        hasStore_ = available;
         keyProblem_ = available ? tr("The secret store did not take the key.")
                                 : tr("The key was not kept: ") + storeIsMissing();
         emit keyChanged();

@@ -60,6 +60,7 @@ Item {
                 title: "This desktop"
                 visible: root.notices.length > 0
                 Repeater {
+                    objectName: "desktop"
                     model: root.notices
                     SettingsRow {
                         required property var modelData

@@ -99,6 +99,7 @@ TEST_F(MainScreenTest, SaysWhatTheDesktopLacksUntilItHasItOrTheUserHasReadIt) {
   EXPECT_TRUE(become(0));
   world.call("openSettings");
   world.settlePicture();
+  EXPECT_EQ(world.child("desktop")->property("count").toInt(), 2) << "the settings keep them";
   world.savePicture("settings-notices");
   world.stopProgram();
   world.startProgram();
