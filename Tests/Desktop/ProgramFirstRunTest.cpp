@@ -193,6 +193,10 @@ TEST_F(ProgramFirstRunTest, HomesOfEarlierAndLaterVersionsLoseNothing) {
     ASSERT_TRUE(program_->waitForLog("[Clipboard] initialize() done"));
     ASSERT_TRUE(
         waitFor([&] { return desktop_->windows().isGrabbedByOthers(key::B, controlAltSuper); }));
+    ASSERT_TRUE(waitFor([&] {
+      const auto window = program_->mainWindow();
+      return window && desktop_->windows().focused() == window->id;
+    }));
     const TargetProgram target(*desktop_, TargetProgram::Kind::Qt);
     ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
     // Where the earlier version's user had put it.
