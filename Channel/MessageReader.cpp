@@ -49,7 +49,20 @@ class Decoder {
     return readOther(type, at, limit, depth, value);
   }
 
+  static Position readText(Position at, Position limit, std::string_view& text) {
+    if (at == limit || static_cast<EncodedType>(*at) != EncodedType::string) return nullptr;
+    return readCharacters(at + 1, limit, text);
+  }
+
  private:
+  static Position readCharacters(Position at, Position limit, std::string_view& text) {
+    std::size_t size = 0;
+    at = readSize(at, limit, size);
+    if (!at || size > between(at, limit)) return nullptr;
+    text = {reinterpret_cast<const char*>(at), size};
+    return isValidUtf8(text) ? at + size : nullptr;
+  }
+
   [[gnu::noinline]] Position readOther(EncodedType type, Position at, Position limit, int depth,
                                        Value& value) const {
     switch (type) {
@@ -123,17 +136,15 @@ class Decoder {
 
   template <typename Kind>
   static Position readText(Position at, Position limit, Value& value) {
-    std::size_t size = 0;
-    at = readSize(at, limit, size);
-    if (!at || size > between(at, limit)) return nullptr;
-    const std::string_view text(reinterpret_cast<const char*>(at), size);
-    if (!isValidUtf8(text)) return nullptr;
+    std::string_view text;
+    at = readCharacters(at, limit, text);
+    if (!at) return nullptr;
     if constexpr (std::is_same_v<Kind, std::string>) {
       become<std::string>(value, text);
     } else {
       become<Kind>(value, Kind{std::string(text)});
     }
-    return at + size;
+    return at;
   }
 
   template <typename Number>
@@ -183,6 +194,12 @@ bool MessageReader::readByte(std::uint8_t& byte) {
   if (atEnd()) return false;
   byte = *position_++;
   return true;
+}
+
+bool MessageReader::readText(std::string_view& text) {
+  const Position after = Decoder::readText(position_, end_, text);
+  if (after) position_ = after;
+  return after != nullptr;
 }
 
 bool MessageReader::readValue(Value& value) {

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 
 #include "Channel/Value.h"
 #include "Platform/BinaryMessenger.h"
@@ -16,6 +17,8 @@ class MessageReader {
       : begin_(bytes.data()), position_(begin_), end_(begin_ + bytes.size()) {}
 
   bool readByte(std::uint8_t& byte);
+  /// `text` lies in the bytes. False for a value of another kind, too.
+  bool readText(std::string_view& text);
   /// `value` must be null; what it holds after a failure has no meaning.
   bool readValue(Value& value);
   bool atEnd() const { return position_ == end_; }

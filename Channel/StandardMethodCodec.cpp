@@ -9,18 +9,11 @@ namespace {
 constexpr std::uint8_t successEnvelope = 0;
 constexpr std::uint8_t errorEnvelope = 1;
 
-bool readString(MessageReader& reader, std::string& text) {
-  Value value;
-  if (!reader.readValue(value)) return false;
-  auto* string = std::get_if<std::string>(&value.storage());
-  if (!string) return false;
-  text = std::move(*string);
-  return true;
-}
-
 bool readError(MessageReader& reader, MethodError& error) {
+  std::string_view code;
   Value message;
-  if (!readString(reader, error.code) || !reader.readValue(message)) return false;
+  if (!reader.readText(code) || !reader.readValue(message)) return false;
+  error.code = code;
   // Dart may leave the message out.
   if (auto* text = std::get_if<std::string>(&message.storage())) {
     error.message = std::move(*text);
@@ -42,7 +35,10 @@ Bytes StandardMethodCodec::encodeCall(std::string_view method, const Value& argu
 std::optional<MethodCall> StandardMethodCodec::decodeCall(BytesView bytes) {
   std::optional<MethodCall> call(std::in_place);
   MessageReader reader(bytes);
-  if (!readString(reader, call->method) || !reader.readValue(call->arguments) || !reader.atEnd()) {
+  std::string_view method;
+  if (reader.readText(method) && reader.readValue(call->arguments) && reader.atEnd()) {
+    call->method = MethodName(method);
+  } else {
     call.reset();
   }
   return call;

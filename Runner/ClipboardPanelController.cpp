@@ -38,7 +38,7 @@ constexpr const char* panelShown = "clipboardPanelShown";  // sent
 }  // namespace method
 
 std::string requirement(const MethodCall& call, const char* what) {
-  return call.method + " requiere un " + what;
+  return std::string(call.method) + " requiere un " + what;
 }
 
 }  // namespace

@@ -148,21 +148,17 @@ void MainFlutterWindow::waitForFilePanelClose() {
 }
 
 void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
+  // Asked about first: an answer is made of hundreds of these.
+  if (call.method == method::translateToken) {
+    relayToken(call.arguments);
+    return result.success();
+  }
   if (UpdateChannelHandlers::handle(call, result)) return;
   if (hotkeyHandlers_.handle(call, result)) return;
   if (agentVisibilityHandlers_.handle(call, result)) return;
   const auto& arguments = call.arguments;
   auto& relay = TranslationRelay::shared();
-  if (call.method == method::translateToken) {
-    const auto* token = stringArgument(arguments, "token");
-    const auto gen = integerArgument(arguments, "gen");
-    if (!token || !gen) return result.success();
-    if (arguments.asMap()->size() == 2) {
-      relay.forwardToken(arguments);
-    } else {
-      relay.forwardToken(*token, *gen);
-    }
-  } else if (call.method == method::translateDone) {
+  if (call.method == method::translateDone) {
     if (const auto gen = integerArgument(arguments, "gen")) relay.forwardDone(*gen);
   } else if (call.method == method::translateError) {
     const auto* message = stringArgument(arguments, "message");
@@ -185,6 +181,17 @@ void MainFlutterWindow::handle(const MethodCall& call, MethodResult result) {
     return result.notImplemented();
   }
   result.success();
+}
+
+void MainFlutterWindow::relayToken(const Value& arguments) {
+  const auto* token = stringArgument(arguments, "token");
+  const auto gen = integerArgument(arguments, "gen");
+  if (!token || !gen) return;
+  if (arguments.asMap()->size() == 2) {
+    TranslationRelay::shared().forwardToken(arguments);
+  } else {
+    TranslationRelay::shared().forwardToken(*token, *gen);
+  }
 }
 
 void MainFlutterWindow::handleOpenUrl(const Value& arguments, MethodResult result) {

@@ -40,6 +40,7 @@ class MainFlutterWindow {
   void didLoseKeyboard();
   void waitForFilePanelClose();
   void handle(const MethodCall& call, MethodResult result);
+  void relayToken(const Value& arguments);
   void handleOpenUrl(const Value& arguments, MethodResult result);
 
   Platform& platform_;

@@ -163,7 +163,7 @@ TEST_F(MethodChannelTest, aHandlerMayEndItsChannelAndAnswerAfterwards) {
   const auto alive = std::make_shared<int>(5);
   channel_->setMethodCallHandler([this, alive](const MethodCall& call, MethodResult result) {
     channel_.reset();
-    result.success(List{call.method, *alive});
+    result.success(List{call.method.text(), *alive});
   });
   messenger_->deliver("app/menu", callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(hex("00 0c 02 07 04 70696e67 03 05000000")));

@@ -67,9 +67,9 @@ TestWorld::TestWorld(std::string entryPoint)
     const auto call = StandardMethodCodec::decodeCall(bytes);
     ASSERT_TRUE(call);
     calls.push_back(*call);
-    if (const auto open = unanswered.find(call->method); open != unanswered.end())
+    if (const auto open = unanswered.find(std::string(call->method)); open != unanswered.end())
       return open->second.push_back(std::move(reply));
-    const auto answer = replies.find(call->method);
+    const auto answer = replies.find(std::string(call->method));
     reply(StandardMethodCodec::encodeReply(answer == replies.end() ? Value() : answer->second));
   });
   startProgram();
