@@ -8,7 +8,7 @@
 #include "Channel/Utf8.h"
 #include "Tests/Channel/AllocatedBytes.h"
 #include "Tests/Channel/Bytes.h"
-#include "Tests/Fuzz/CodecProperties.h"
+#include "Tests/Fuzz/FuzzTargets.h"
 
 namespace zephyx {
 namespace {

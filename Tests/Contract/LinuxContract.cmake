@@ -8,5 +8,6 @@ find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZEPHYX_TEST_SIGNATURES REQUIRED IMPORTED_TARGET libsodium)
 target_link_libraries(linux_contract_tests PRIVATE desktop_harness https_server zephyx_linux Qt6::Network
   PkgConfig::ZEPHYX_TEST_SIGNATURES GTest::gtest_main)
+set_time_limit(time_limit 60)
 gtest_discover_tests(linux_contract_tests DISCOVERY_MODE PRE_TEST
-  PROPERTIES TIMEOUT 60 LABELS desktop)
+  PROPERTIES TIMEOUT ${time_limit} LABELS desktop)

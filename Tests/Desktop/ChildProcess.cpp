@@ -16,6 +16,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Tests/Desktop/WaitFor.h"
+
 namespace zephyx {
 namespace {
 
@@ -143,7 +145,8 @@ bool ChildProcess::isRunning() {
 std::optional<int> ChildProcess::waitForExit(std::chrono::milliseconds deadline) {
   if (pid_ <= 0 || status_) return status_;
   pollfd ended{handle_, POLLIN, 0};
-  if (poll(&ended, 1, static_cast<int>(deadline.count())) <= 0) return std::nullopt;
+  const auto patientDeadline = static_cast<int>(deadline.count()) * patience();
+  if (poll(&ended, 1, patientDeadline) <= 0) return std::nullopt;
   int status = 0;
   if (waitpid(pid_, &status, 0) != pid_) return std::nullopt;
   status_ = WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);

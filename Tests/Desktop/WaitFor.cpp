@@ -2,13 +2,16 @@
 
 #include <poll.h>
 
+#include <algorithm>
+#include <cstdlib>
 #include <ctime>
 
 namespace zephyx {
+namespace {
 
-bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds deadline,
-             std::chrono::milliseconds interval) {
-  const auto end = std::chrono::steady_clock::now() + deadline;
+bool happensWithin(const std::function<bool()>& condition, std::chrono::milliseconds duration,
+                   std::chrono::milliseconds interval) {
+  const auto end = std::chrono::steady_clock::now() + duration;
   while (!condition()) {
     if (std::chrono::steady_clock::now() >= end) return condition();
     pass(interval);
@@ -16,8 +19,20 @@ bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds d
   return true;
 }
 
+}  // namespace
+
+int patience() {
+  const char* value = std::getenv("ZEPHYX_TEST_PATIENCE");
+  return value ? std::clamp(std::atoi(value), 1, 100) : 1;  // NOLINT(cert-err34-c): a number or 1
+}
+
+bool waitFor(const std::function<bool()>& condition, std::chrono::milliseconds deadline,
+             std::chrono::milliseconds interval) {
+  return happensWithin(condition, deadline * patience(), interval);
+}
+
 bool holdsFor(const std::function<bool()>& condition, std::chrono::milliseconds duration) {
-  return !waitFor([&] { return !condition(); }, duration);
+  return !happensWithin([&] { return !condition(); }, duration, std::chrono::milliseconds(2));
 }
 
 void pass(std::chrono::microseconds duration) {

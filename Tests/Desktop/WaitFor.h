@@ -5,6 +5,10 @@
 
 namespace zephyx {
 
+/// How many times slower than usual programs may be: 1, or what ZEPHYX_TEST_PATIENCE says, under
+/// the sanitizers.
+int patience();
+
 /// Asks `condition` every few milliseconds until it holds; false when the deadline passed first.
 /// The one place where desktop tests let time pass.
 [[nodiscard]] bool waitFor(const std::function<bool()>& condition,

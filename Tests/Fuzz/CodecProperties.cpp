@@ -1,4 +1,4 @@
-#include "Tests/Fuzz/CodecProperties.h"
+#include "Tests/Fuzz/FuzzTargets.h"
 
 #include "Channel/StandardMessageCodec.h"
 #include "Channel/StandardMethodCodec.h"

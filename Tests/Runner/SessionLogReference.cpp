@@ -4,6 +4,7 @@
 #include <map>
 #include <nlohmann/json.hpp>
 #include <sstream>
+#include <stdexcept>
 
 #include "Runner/InternetDateTime.h"
 
@@ -18,6 +19,12 @@ bool isUtf8(const std::string& text) {
   } catch (const json::exception&) {
     return false;
   }
+}
+
+std::int64_t sum(std::int64_t a, std::int64_t b) {
+  std::int64_t result = 0;
+  if (__builtin_add_overflow(a, b, &result)) throw std::overflow_error("sum of tokens");
+  return result;
 }
 
 std::int64_t count(const json& usage, const char* name) {
@@ -42,10 +49,11 @@ void addLine(const std::string& line, double since, std::map<std::string, ModelU
   if (!time || *time < since) return;
   auto& sums = models[model];
   sums.model = model;
-  sums.inputTokens += count(usage, "input_tokens");
-  sums.outputTokens += count(usage, "output_tokens");
-  sums.cacheReadTokens += count(usage, "cache_read_input_tokens");
-  sums.cacheCreationTokens += count(usage, "cache_creation_input_tokens");
+  sums.inputTokens = sum(sums.inputTokens, count(usage, "input_tokens"));
+  sums.outputTokens = sum(sums.outputTokens, count(usage, "output_tokens"));
+  sums.cacheReadTokens = sum(sums.cacheReadTokens, count(usage, "cache_read_input_tokens"));
+  sums.cacheCreationTokens =
+      sum(sums.cacheCreationTokens, count(usage, "cache_creation_input_tokens"));
 }
 
 }  // namespace
@@ -60,8 +68,8 @@ std::vector<ModelUsage> referenceBreakdown(const std::vector<std::string>& logs,
   std::vector<ModelUsage> sorted;
   for (const auto& [model, usage] : models) sorted.push_back(usage);
   const auto total = [](const ModelUsage& usage) {
-    return usage.inputTokens + usage.outputTokens + usage.cacheReadTokens +
-           usage.cacheCreationTokens;
+    return sum(sum(usage.inputTokens, usage.outputTokens),
+               sum(usage.cacheReadTokens, usage.cacheCreationTokens));
   };
   std::ranges::stable_sort(sorted, std::greater(), total);
   return sorted;

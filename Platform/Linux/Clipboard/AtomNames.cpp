@@ -8,6 +8,8 @@ namespace zephyx {
 namespace {
 // A program that invents names with each copy must not make the table grow for ever.
 constexpr std::size_t mostKnown = 4096;
+// The server takes names of 64 KB; those of real formats have less than a hundred letters.
+constexpr int longestName = 1024;
 }  // namespace
 
 std::vector<std::string> AtomNames::names(std::span<const xcb_atom_t> atoms) {
@@ -22,7 +24,7 @@ std::vector<std::string> AtomNames::names(std::span<const xcb_atom_t> atoms) {
   for (const auto& [atom, cookie] : asked) {
     const XReply<xcb_get_atom_name_reply_t> reply(
         xcb_get_atom_name_reply(connection_, cookie, nullptr));
-    if (!reply) continue;
+    if (!reply || xcb_get_atom_name_name_length(reply.get()) > longestName) continue;
     known_[atom].assign(xcb_get_atom_name_name(reply.get()),
                         static_cast<std::size_t>(xcb_get_atom_name_name_length(reply.get())));
   }

@@ -15,7 +15,7 @@ class AtomNames {
  public:
   explicit AtomNames(xcb_connection_t* connection) : connection_(connection) {}
 
-  /// In the order of `atoms`; atoms without a name are left out.
+  /// In the order of `atoms`; atoms without a name, or with one that is no format's, are left out.
   std::vector<std::string> names(std::span<const xcb_atom_t> atoms);
 
  private:

@@ -29,6 +29,7 @@ constexpr std::array knownTargets{
     KnownTarget{"image/tiff", pasteboardType::tiff, 0, false},
     KnownTarget{"x-kde-passwordmanagerhint", concealedType, 0},
     KnownTarget{"text/x-kde-passwordmanagerhint", concealedType, 1},
+    KnownTarget{"org.nspasteboard.concealedtype", concealedType, 2},
 };
 
 // Stand for a bitmap, in this order, when neither PNG nor TIFF is offered.
@@ -97,6 +98,13 @@ std::optional<KnownTarget> meaningOf(const std::string& lowerName, std::string_v
   return std::nullopt;
 }
 
+// A target that is named as one of our types would pass for it, and be handed out undecoded.
+bool isNamedAsType(std::string_view name) {
+  return name == pasteboardType::fileUrl ||
+         std::any_of(knownTargets.begin(), knownTargets.end(),
+                     [name](const KnownTarget& known) { return name == known.type; });
+}
+
 std::string_view standInBitmap(const std::vector<std::string>& lowerNames) {
   if (contains(lowerNames, "image/png") || contains(lowerNames, "image/tiff")) return {};
   for (const auto bitmap : otherBitmaps) {
@@ -136,7 +144,9 @@ TypeOffers typeOffers(const std::vector<std::string>& targets) {
     if (contains(protocolTargets, lowerNames[i])) continue;
     const auto meaning = meaningOf(lowerNames[i], bitmap);
     if (!meaning) {
-      if (!findOffer(others, targets[i])) others.push_back({targets[i], {targets[i]}, false});
+      if (!findOffer(others, targets[i]) && !isNamedAsType(targets[i])) {
+        others.push_back({targets[i], {targets[i]}, false});
+      }
       continue;
     }
     auto same = std::find_if(meant.begin(), meant.end(), [&](const Candidate& candidate) {
