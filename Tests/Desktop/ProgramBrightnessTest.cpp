@@ -22,8 +22,8 @@ class ProgramBrightnessTest : public ProgramTest {
     ProgramTest::TearDownTestSuite();
   }
 
-  // Quit, Settings, Import, Export, Show, Mute and the two locks. Disabled rows are passed over.
-  static constexpr int rowsBelowSlider = 8;
+  // Quit, Settings, Import, Export, Show and the two locks. Disabled rows are passed over.
+  static constexpr int rowsBelowSlider = 7;
 
   static Ramp shown() { return witness_->ramp(witness_->outputs().at(0)); }
   static void userSets(const Ramp& ramp) { witness_->setRamp(witness_->outputs().at(0), ramp); }

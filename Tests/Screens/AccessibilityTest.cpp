@@ -73,7 +73,7 @@ const Scene scenes[] = {
      "clipboardMain",
      {560, 720},
      copyOneOfEach,
-     {"Type to search", "Clear the history", "All", "Pinned", "Allow…", "Open the link", "Preview",
+     {"Type to search", "Clear the history", "All", "Pinned", "Open the link", "Preview",
       "Pin", "Remove", "Update available — version 2.0", "words, now"}},
     {"HistoryQuestion",
      "clipboardMain",
@@ -92,7 +92,7 @@ const Scene scenes[] = {
        world.call("translateDone", Map{{"gen", generation(world)}});
      },
      {"Selected text", "Result", "Run again (Ctrl R)", "Close (Esc)", "Copy", "Add to note",
-      "Paste", "Allow…"}},
+      "Paste"}},
     {"Failure",
      "translateMain",
      {620, 580},
