@@ -20,7 +20,7 @@ constexpr float silence = 0.0001F;
 constexpr double hudSeconds = 1.2;
 constexpr double hudHeight = 120;
 constexpr double hudMargin = 32;
-constexpr double hudCornerRadius = 18;
+constexpr double noticeCornerRadius = 18;
 
 std::shared_ptr<View> makeNotice(const TextMetrics& metrics, bool muted) {
   const std::string text = muted ? "Microphone muted" : "Microphone on";
@@ -93,7 +93,7 @@ void MicrophoneMuteController::showHUD(bool muted) {
   hudDismissItem_.reset();
   hudPanel_.reset();  // off the screen before the next one comes
   hudPanel_ = std::make_unique<HeadsUpPanel>(platform_, makeNotice(platform_.textMetrics(), muted),
-                                             hudCornerRadius);
+                                             noticeCornerRadius);
   hudPanel_->fadeIn();
   hudDismissItem_ =
       scheduleOnce(platform_.dispatch().mainQueue(), hudSeconds, [this] { hudPanel_->fadeOut(); });

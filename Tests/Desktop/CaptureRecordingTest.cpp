@@ -278,7 +278,7 @@ TEST_F(CaptureRecordingTest, LabelsFollowTheLayoutAndKeysKeepTheirPlaces) {
     const char* z;
     const char* dash;
   };
-  const Case cases[] = {{"de", 0, "⌃⌥Y", "⌃⌘SS"},    {"fr", 0, "⌃⌥W", "⌃⌘)"},
+  const Case cases[] = {{"de", 0, "⌃⌥Y", "⌃⌘SS"},   {"fr", 0, "⌃⌥W", "⌃⌘)"},
                         {"ru", 0, "⌃⌥Я", "⌃⌘-"},    {"dvorak", 0, "⌃⌥;", "⌃⌘["},
                         {"us,ru", 1, "⌃⌥Я", "⌃⌘-"}, {"us,de", 1, "⌃⌥Y", "⌃⌘SS"},
                         {"us,de", 0, "⌃⌥Z", "⌃⌘-"}};
