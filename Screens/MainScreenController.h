@@ -77,8 +77,7 @@ class MainScreenController : public QObject {
   Q_INVOKABLE void exportNotes();
   Q_INVOKABLE void importNotes();
   Q_INVOKABLE void quit();
-  /// Writes at once what was typed.
-  /// False when there is something that could not be written; it is tried again.
+  /// Writes at once what was typed. False when that failed; it is tried again.
   Q_INVOKABLE bool save();
 
   void exportTo(const QString& path);

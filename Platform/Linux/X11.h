@@ -20,6 +20,9 @@ struct FreeDeleter {
 template <typename T>
 using XReply = std::unique_ptr<T, FreeDeleter>;
 
+/// The source indication of EWMH messages: the user asked for it, so no focus-stealing prevention.
+inline constexpr std::uint32_t fromPager = 2;
+
 /// A connection to the X server with the handful of questions that every service asks. Used by one
 /// thread. Each question is one round trip.
 class X11Connection {

@@ -8,9 +8,6 @@
 namespace zephyx {
 namespace {
 
-/// Source indication of EWMH messages: a request on the user's behalf.
-constexpr std::uint32_t fromPager = 2;
-
 xcb_window_t nativeWindow(const QWindow& window) {
   return static_cast<xcb_window_t>(window.winId());
 }

@@ -5,7 +5,6 @@
 namespace zephyx {
 namespace {
 
-constexpr std::uint32_t asPager = 2;  // the user asked for it: no focus-stealing prevention
 constexpr std::uint32_t iconicState = 3;
 constexpr std::uint32_t allDesktops = 0xFFFFFFFF;
 constexpr xcb_window_t pointerRoot = 1;
@@ -100,7 +99,7 @@ bool WindowServer::activate(WindowOfProcess window) {
     x11_.askWindowManager(root(), "_NET_CURRENT_DESKTOP", {desktop, time});
   if (cardinalLocked(window.window, "WM_STATE", 0) == iconicState)
     xcb_map_window(x11_.get(), window.window);
-  x11_.askWindowManager(window.window, "_NET_ACTIVE_WINDOW", {asPager, time, XCB_NONE});
+  x11_.askWindowManager(window.window, "_NET_ACTIVE_WINDOW", {fromPager, time, XCB_NONE});
   return true;
 }
 
