@@ -1,3 +1,8 @@
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <QtGui/QGuiApplication>
+#include <cstdlib>
 #include <memory>
 
 #include "Tests/Contract/AlertContract.h"
@@ -16,6 +21,8 @@
 #include "Tests/Contract/StoreContract.h"
 #include "Tests/Contract/WindowContract.h"
 #include "Tests/Contract/WorkspaceContract.h"
+#include "Tests/Desktop/DesktopWindows.h"
+#include "Tests/Desktop/WaitFor.h"
 
 namespace zephyx {
 namespace {
@@ -40,5 +47,24 @@ INSTANTIATE_TEST_SUITE_P(Linux, StatusBarContract, linuxDesktop, contractRunName
 INSTANTIATE_TEST_SUITE_P(Linux, StoreContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, WindowContract, linuxDesktop, contractRunName);
 INSTANTIATE_TEST_SUITE_P(Linux, WorkspaceContract, linuxDesktop, contractRunName);
+
+// The host's loop stands still while its window gets the keyboard and loses it again.
+TEST(LinuxWindowTest, AWindowThatHadTheKeyboardForAMomentIsToldThatItLostIt) {
+  LinuxContractDesktop desktop;
+  desktop.startOtherApplication();
+  auto& application = desktop.platform().application();
+  const auto window =
+      application.makeWindow({.kind = WindowKind::window, .contentRect = {{100, 100}, {300, 200}}});
+  bool hasResigned = false;
+  const auto observer = desktop.platform().defaultNotificationCenter().addObserver(
+      notification::windowDidResignKey, window->notificationObject(), [&] { hasResigned = true; });
+  window->makeKeyAndOrderFront();
+  xcb_flush(qApp->nativeInterface<QNativeInterface::QX11Application>()->connection());
+  const DesktopWindows witness(std::getenv("DISPLAY"));
+  ASSERT_TRUE(waitFor([&] { return witness.processOf(witness.focused()) == getpid(); }));
+  desktop.bringOtherApplicationToFront();
+  EXPECT_TRUE(desktop.runUntil([&] { return hasResigned; }, 5));
+  EXPECT_FALSE(application.isActive());
+}
 
 }  // namespace zephyx

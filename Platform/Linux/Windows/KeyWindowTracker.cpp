@@ -35,7 +35,17 @@ KeyWindowTracker::KeyWindowTracker(DesktopWatch& watch, LocalNotificationCenter&
       update();
     }
   });
-  connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, &KeyWindowTracker::update);
+  connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this](QWindow* window) {
+    // By now the keyboard may have left again: the window has had it, and loses it.
+    auto* shown = window && window->handle()
+                      ? shownWindow(static_cast<xcb_window_t>(window->winId()))
+                      : nullptr;
+    if (shown) {
+      isActive_ = true;
+      setKey(shown);
+    }
+    update();
+  });
   connect(&watch, &DesktopWatch::activeWindowChanged, this, &KeyWindowTracker::update);
 }
 
