@@ -204,13 +204,15 @@ WindowId DesktopWindows::parentOf(WindowId window) const {
 }
 
 bool DesktopWindows::isGrabbedByOthers(std::uint8_t keyCode, std::uint16_t modifiers) const {
+  // A program that wants the key meanwhile is not refused: it waits.
+  xcb_grab_server(connection_);
   const auto cookie = xcb_grab_key_checked(connection_, 1, root_, modifiers, keyCode,
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   const auto error = owned(xcb_request_check(connection_, cookie));
-  if (error) return error->error_code == XCB_ACCESS;
-  xcb_ungrab_key(connection_, keyCode, root_, modifiers);
+  if (!error) xcb_ungrab_key(connection_, keyCode, root_, modifiers);
+  xcb_ungrab_server(connection_);
   xcb_flush(connection_);
-  return false;
+  return error && error->error_code == XCB_ACCESS;
 }
 
 std::chrono::milliseconds DesktopWindows::ping(WindowId window) const {
