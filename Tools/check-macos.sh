@@ -26,22 +26,28 @@ files() {
     while IFS= read -r file; do [ ! -f "$file" ] || printf "%s\n" "$file"; done
 }
 
-# compile ARCHITECTURE FILE: an object. The type checker keeps files of its own in TMPDIR, which two
-# of them must not share.
+# compile ARCHITECTURE FOLDER FILE FLAG...: an object in that folder of the architecture's. The type
+# checker keeps files of its own in TMPDIR, which two of them must not share.
 compile() {
-  local architecture=$1 file=$2 status
-  local folder=$output/$architecture/$(dirname "$file")
+  local architecture=$1 folder=$output/$1/$2 file=$3 status
   mkdir -p "$folder"
   cd "$folder" || return
   TMPDIR=$(mktemp -d)
   export TMPDIR
   # shellcheck disable=SC2086
-  "$declarations/typecheck.sh" "$architecture" --emit "$root/$file" -- -I"$output/include" -I"$root" \
-    -idirafter /usr/include $warnings -Werror
+  "$declarations/typecheck.sh" "$architecture" --emit "$file" -- -I"$output/include" -I"$root" \
+    -idirafter /usr/include $warnings -Werror "${@:4}"
   status=$?
   rm -r "$TMPDIR"
   return $status
 }
+
+# precompile ARCHITECTURE: reads what nearly every source includes, once. Whether each source includes
+# what it needs shows when its names are looked up, which is done without.
+precompile() { compile "$1" . "$output/common.h" -x objective-c++-header; }
+
+# compile_with_common ARCHITECTURE FOLDER FILE FLAG...
+compile_with_common() { compile "$@" -include-pch "$output/$1/common.$1.o"; }
 
 # look_up FILE...: every name as the compiler understands it. Newer names are for information: the
 # compiler has refused those outside @available.
@@ -55,7 +61,7 @@ look_up() {
   [ $status -eq 0 ] || cat "$transcript"
   return $status
 }
-export -f compile look_up
+export -f compile precompile compile_with_common look_up
 
 mapfile -t sources < <(files 'Platform/macOS/*.mm')
 mapfile -t portable < <(files 'Runner/*.cpp' 'Channel/*.cpp' 'Platform/*.cpp' ':!Platform/Linux')
@@ -64,11 +70,24 @@ if [ ${#sources[@]} -eq 0 ] || [ ${#portable[@]} -eq 0 ]; then
   exit 1
 fi
 
-{
-  printf '%s\n' "${sources[@]}" | xargs -n $(((${#sources[@]} + jobs - 1) / jobs)) echo look_up
-  for file in "${sources[@]}"; do printf 'compile arm64 %s\ncompile x86_64 %s\n' "$file" "$file"; done
-  for file in "${portable[@]}"; do printf 'compile arm64 %s\n' "$file"; done
-} | xargs -d '\n' -P "$jobs" -I{} bash -c '{} || { echo "failed: {}"; exit 1; }'
+printf '%s\n' '#import <AppKit/AppKit.h>' '#include <functional>' '#include <memory>' \
+  '#include <optional>' '#include <string>' '#include <vector>' >"$output/common.h"
+# The portable sources have been compiled one by one for Linux; here eight of a folder go together, where
+# a name of one may hide another's.
+for folder in $(dirname "${portable[@]}" | sort -u); do
+  printf '#include "%s"\n' $(printf '%s\n' "${portable[@]}" | grep "^$folder/[^/]*$") |
+    split --lines 8 --additional-suffix .mm - "$output/${folder//\//-}-"
+done
+
+run_each() { xargs -d '\n' -P "$jobs" -I{} bash -c '{} || { echo "failed: {}"; exit 1; }'; }
+printf 'precompile %s\n' arm64 x86_64 | run_each && {
+  printf '%s\n' "${sources[@]}" | xargs -n 8 echo look_up
+  for file in "${sources[@]}"; do
+    printf 'compile_with_common %s %s %s\n' arm64 "$(dirname "$file")" "$root/$file" \
+      x86_64 "$(dirname "$file")" "$root/$file"
+  done
+  for file in "$output"/*.mm; do printf 'compile_with_common arm64 . %s -Wno-shadow\n' "$file"; done
+} | run_each
 status=$?
 
 if [ $status -eq 0 ]; then

@@ -11,6 +11,10 @@ target_compile_options(zephyx_options INTERFACE
   $<$<NOT:$<PLATFORM_ID:Darwin>>:-Werror>
   # members that a designated initialiser leaves out have their defaults
   -Wno-missing-field-initializers)
+if(CMAKE_UNITY_BUILD)
+  # A name of one source may hide a neighbour's.
+  target_compile_options(zephyx_options INTERFACE -Wno-shadow)
+endif()
 if(ZEPHYX_SANITIZE)
   target_compile_options(zephyx_options INTERFACE -fsanitize=${ZEPHYX_SANITIZE}
     -fno-omit-frame-pointer -fno-sanitize-recover=all)

@@ -7,17 +7,12 @@
 
 #include "Channel/StandardMethodCodec.h"
 #include "Platform/HotKeys.h"
-#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/MenuChannel.h"
 #include "Runner/SelectionCapture.h"
 
 namespace zephyx {
-
-std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string&, ScreenServices) {
-  return nullptr;
-}
 
 void CaptureTest::SetUp() {
   desktop_ = std::make_unique<VirtualDesktop>(options_);

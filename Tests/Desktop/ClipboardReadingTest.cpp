@@ -270,9 +270,10 @@ TEST_F(ClipboardReading, LargeTextOfACommonToolArrivesWholeAndSoonAndOnce) {
   const std::chrono::duration<double, std::milli> time = shown_[1].moment - copied;
   std::cout << "20 MB of text: " << time.count() << " ms, " << (memory("VmHWM") - before) / 1000
             << " kB\n";
-#if !defined(__SANITIZE_ADDRESS__) && !defined(__SANITIZE_THREAD__)
-  EXPECT_LT(memory("VmHWM"), before + twentyMegabytes * 3 / 2);
-#endif
+  // Where programs are slow on purpose, a sanitizer's own memory comes on top.
+  if (patience() == 1) {
+    EXPECT_LT(memory("VmHWM"), before + twentyMegabytes * 3 / 2);
+  }
   EXPECT_TRUE(shown_[1].text() == text);
   EXPECT_TRUE(shown_[1].text() == text) << "asked for again";
 }

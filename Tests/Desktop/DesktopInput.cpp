@@ -8,12 +8,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "Platform/Linux/Input/Xkb.h"
 #include "Tests/Desktop/XcbReply.h"
-
-// A member of this C header is called `explicit`.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace zephyx {
 namespace {

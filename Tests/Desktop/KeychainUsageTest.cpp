@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <fstream>
 
-#include "Platform/Linux/Engines/ScreenProgram.h"
 #include "Platform/Platform.h"
 #include "Platform/UserDefaults.h"
 #include "Runner/ClaudeUsageProvider.h"
@@ -10,10 +9,6 @@
 #include "Tests/Desktop/KeychainTest.h"
 
 namespace zephyx {
-
-std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string&, ScreenServices) {
-  return nullptr;
-}
 
 namespace {
 

@@ -6,13 +6,7 @@
 #include <QtWidgets/QMenu>
 #include <stdexcept>
 
-#include "Platform/Linux/Engines/ScreenProgram.h"
-
 namespace zephyx {
-
-std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string&, ScreenServices) {
-  return nullptr;
-}
 
 void ViewTest::SetUp() {
   VirtualDesktopOptions options;

@@ -120,7 +120,7 @@ class SimulatedPasteboard::Items final : public PasteboardItems {
 };
 
 SimulatedPasteboard::SimulatedPasteboard(SimulatedDispatch& dispatch, SimulatedFaults& faults)
-    : state_(std::make_shared<State>(dispatch, faults)) {}
+    : state_(std::make_shared<State>(State{dispatch, faults})) {}
 SimulatedPasteboard::~SimulatedPasteboard() = default;
 
 void SimulatedPasteboard::setAnnouncesChanges(bool announces) {

@@ -1,11 +1,7 @@
 #include "Platform/Linux/Input/LayoutLock.h"
 
+#include "Platform/Linux/Input/Xkb.h"
 #include "Platform/Linux/X11.h"
-
-// A member of this C header is called `explicit`.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace zephyx {
 

@@ -6,12 +6,8 @@
 
 #include "Platform/Linux/Input/KeyCodes.h"
 #include "Platform/Linux/Input/ModifierMap.h"
+#include "Platform/Linux/Input/Xkb.h"
 #include "Platform/Linux/X11.h"
-
-// A member of this C header is called `explicit`.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
 
 namespace zephyx {
 namespace {

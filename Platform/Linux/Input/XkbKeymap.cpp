@@ -2,10 +2,7 @@
 
 #include <xkbcommon/xkbcommon-x11.h>
 
-// A member of this C header is called `explicit`.
-#define explicit explicit_
-#include <xcb/xkb.h>
-#undef explicit
+#include "Platform/Linux/Input/Xkb.h"
 
 namespace zephyx {
 
