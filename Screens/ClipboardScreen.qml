@@ -46,6 +46,7 @@ FocusScope {
     function reportCards() { screen.reportCards(cards, Theme.cardRadius) }
 
     function begin() {
+        screen.begin()
         confirmsClearing = false
         restPointer()
         search.input.clear()

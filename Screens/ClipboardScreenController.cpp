@@ -128,10 +128,13 @@ void ClipboardScreenController::entryCaptured(Value message, MethodResult result
       }));
 }
 
-void ClipboardScreenController::showPanel() {
+void ClipboardScreenController::begin() {
   pasting_ = false;
   whenLoaded_ = nullptr;
   removePreview();
+}
+
+void ClipboardScreenController::showPanel() {
   setMessage(std::exchange(notice_, {}));
   model_.setNow(nowEpochMs());
   // The host hid its backgrounds with the panel.

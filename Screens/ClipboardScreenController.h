@@ -58,6 +58,8 @@ class ClipboardScreenController : public QObject {
   Q_INVOKABLE void togglePinned(int row);
   Q_INVOKABLE void remove(int row);
   Q_INVOKABLE void clearHistory();
+  /// Forgets what was under way; for a picture that goes, or begins anew.
+  Q_INVOKABLE void begin();
   Q_INVOKABLE void hidePanel();
   Q_INVOKABLE void startWindowDrag();
   /// Rectangles in the picture's coordinates. Sent when they differ from the last ones.

@@ -4,6 +4,7 @@
 #include <QtGui/QKeyEvent>
 #include <QtGui/QScreen>
 #include <QtGui/QWindow>
+#include <chrono>
 #include <utility>
 
 #include "Platform/Dispatch.h"
@@ -19,6 +20,9 @@
 namespace zephyx {
 namespace {
 
+/// Nobody may take the keyboard.
+constexpr std::chrono::milliseconds longestLeave{200};
+
 PreviewWindow::Place placeUnderPointer(DesktopWatch& watch) {
   const QScreen* screen = screenUnderPointer();
   if (!screen) return {QRect(0, 0, 800, 600), 1};
@@ -29,7 +33,10 @@ PreviewWindow::Place placeUnderPointer(DesktopWatch& watch) {
 
 LinuxPreviewPanel::LinuxPreviewPanel(Dispatch& dispatch, LocalNotificationCenter& center,
                                      WindowHints& hints, DesktopWatch& watch)
-    : dispatch_(dispatch), center_(center), hints_(hints), watch_(watch) {}
+    : dispatch_(dispatch), center_(center), hints_(hints), watch_(watch) {
+  leaving_.setSingleShot(true);
+  leaving_.setInterval(longestLeave);
+}
 
 LinuxPreviewPanel::~LinuxPreviewPanel() = default;
 
@@ -41,7 +48,7 @@ void LinuxPreviewPanel::setLevel(int level) {
 }
 
 bool LinuxPreviewPanel::isVisible() const {
-  return window_ && window_->isVisible();
+  return window_ && window_->isVisible() && !leaving_.isActive();
 }
 
 void LinuxPreviewPanel::ensureWindow() {
@@ -49,6 +56,10 @@ void LinuxPreviewPanel::ensureWindow() {
   window_ = std::make_unique<PreviewWindow>();
   window_->onKeyPress = [this](const QKeyEvent& press) { return keyPressed(press); };
   window_->onClose = [this] { closedByUser(); };
+  leaving_.callOnTimeout(window_.get(), [this] { hide(); });
+  QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, window_.get(), [this] {
+    if (leaving_.isActive() && !window_->isActiveWindow()) hide();
+  });
 }
 
 void LinuxPreviewPanel::reloadData() {
@@ -75,6 +86,7 @@ void LinuxPreviewPanel::show(const PreviewContent& content) {
 
 void LinuxPreviewPanel::makeKeyAndOrderFront() {
   if (!isVisible()) {
+    hide();
     reloadData();
     window_->setRounded(watch_.composited());
     // Above the window that it was opened from, whatever is clicked.
@@ -92,8 +104,17 @@ void LinuxPreviewPanel::makeKeyAndOrderFront() {
   hints_.activate(*window_->windowHandle());
 }
 
+// A window manager that loses the window with the keyboard hands the keyboard to one of its own
+// choice, never to a panel: the opener gets it first.
 void LinuxPreviewPanel::orderOut() {
-  if (isVisible()) window_->hide();
+  if (!isVisible()) return;
+  if (!window_->isActiveWindow()) return hide();
+  leaving_.start();
+}
+
+void LinuxPreviewPanel::hide() {
+  leaving_.stop();
+  if (window_) window_->hide();
 }
 
 bool LinuxPreviewPanel::keyPressed(const QKeyEvent& press) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QtCore/QTimer>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -37,6 +38,7 @@ class LinuxPreviewPanel final : public PreviewPanel {
   void show(const PreviewContent& content);
   bool keyPressed(const QKeyEvent& press);
   void closedByUser();
+  void hide();
 
   Dispatch& dispatch_;
   LocalNotificationCenter& center_;
@@ -46,6 +48,7 @@ class LinuxPreviewPanel final : public PreviewPanel {
   int level_ = 0;
   std::uint64_t load_ = 0;  ///< number of the newest one: a slower older one must not replace it
   std::unique_ptr<PreviewWindow> window_;
+  QTimer leaving_;  ///< runs while the window only waits for the keyboard to go elsewhere
   LifetimeGuard lifetime_;
 };
 
