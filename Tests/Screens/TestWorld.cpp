@@ -5,9 +5,7 @@
 #include <QtCore/QDateTime>
 #include <QtGui/QKeyEvent>
 #include <QtGui/QMouseEvent>
-#include <QtGui/QPainter>
 #include <QtQml/QQmlComponent>
-#include <QtQuick/QQuickPaintedItem>
 #include <QtWidgets/QApplication>
 
 #include "Channel/StandardMethodCodec.h"
@@ -16,33 +14,6 @@ namespace zephyx {
 namespace {
 
 constexpr auto channelName = "com.zephyx.app/menu";
-
-// Stands behind a picture for what the desktop and the host draw there.
-class Wallpaper : public QQuickPaintedItem {
- public:
-  explicit Wallpaper(Value cards) : cards_(std::move(cards)) {}
-
-  void paint(QPainter* painter) override {
-    QLinearGradient gradient(0, 0, width(), height());
-    gradient.setColorAt(0, QColor(0x3a, 0x6e, 0xa5));
-    gradient.setColorAt(0.5, QColor(0xd8, 0xc9, 0x9b));
-    gradient.setColorAt(1, QColor(0x7a, 0x3b, 0x5e));
-    painter->fillRect(QRectF(0, 0, width(), height()), gradient);
-    const Map* cards = cards_.asMap();
-    if (!cards) return;
-    painter->setRenderHint(QPainter::Antialiasing);
-    painter->setPen(Qt::NoPen);
-    painter->setBrush(QColor(20, 22, 27, 225));
-    const double radius = *cards->find("cornerRadius")->asNumber();
-    for (const Value& rect : *cards->find("rects")->asList()) {
-      const auto at = [&](const char* key) { return *rect.asMap()->find(key)->asNumber(); };
-      painter->drawRoundedRect(QRectF(at("x"), at("y"), at("w"), at("h")), radius, radius);
-    }
-  }
-
- private:
-  Value cards_;
-};
 
 }  // namespace
 
@@ -162,20 +133,6 @@ void TestWorld::click(QPointF position) {
                       down ? Qt::LeftButton : Qt::NoButton, {});
     QCoreApplication::sendEvent(window_.get(), &event);
   }
-}
-
-void TestWorld::savePicture(const QString& name) {
-  const QString folder = qEnvironmentVariable("ZEPHYX_SCREEN_PICTURES");
-  if (folder.isEmpty()) return;
-  auto frames = callsOf("clipboardUpdateCardFrames");
-  if (frames.empty()) frames = callsOf("translateUpdateCardFrames");
-  Wallpaper wallpaper(frames.empty() ? Value() : frames.back().arguments);
-  wallpaper.setParentItem(window_->contentItem());
-  wallpaper.setSize(picture_->size());
-  wallpaper.stackBefore(picture_.get());
-  const QImage image = window_->grabWindow();
-  image.save(folder + '/' + name +
-             QStringLiteral("@%1x.png").arg(window_->effectiveDevicePixelRatio()));
 }
 
 void TestWorld::settlePicture() {

@@ -84,7 +84,6 @@ class TestWorld {
   void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}, const QString& text = {});
   void type(const QString& text);
   void click(QPointF position);
-  void savePicture(const QString& name);
   /// Draws until everything stands where it belongs.
   void settlePicture();
 

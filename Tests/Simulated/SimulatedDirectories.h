@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdlib>
+#include <filesystem>
+#include <stdexcept>
 #include "Platform/Directories.h"
 
 namespace zephyx {
@@ -7,12 +10,21 @@ namespace zephyx {
 /// A home folder of its own on the real file system, removed with this object.
 class SimulatedDirectories final : public Directories {
  public:
-  SimulatedDirectories();
+  SimulatedDirectories() {
+    home_ = (std::filesystem::temp_directory_path() / "simulated-home-XXXXXX").string();
+    if (!mkdtemp(home_.data())) throw std::runtime_error("no temporary folder");
+  }
   SimulatedDirectories(const SimulatedDirectories&) = delete;
   SimulatedDirectories& operator=(const SimulatedDirectories&) = delete;
-  ~SimulatedDirectories() override;
+  ~SimulatedDirectories() override {
+    std::error_code ignored;
+    std::filesystem::remove_all(home_, ignored);
+  }
 
-  std::optional<std::string> applicationSupport() const override;
+  std::optional<std::string> applicationSupport() const override {
+    if (!namesApplicationSupport_) return std::nullopt;
+    return home_ + "/Library/Application Support";
+  }
   std::string home() const override { return home_; }
 
   /// The system stops naming an application-support folder.

@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "Platform/Displays.h"
@@ -23,7 +24,13 @@ class SimulatedDisplayChannel final : public DisplayChannel {
   explicit SimulatedDisplayChannel(SimulatedDispatch& dispatch) : dispatch_(dispatch) {}
 
   std::int32_t writeI2C(std::uint32_t chipAddress, std::uint32_t dataAddress,
-                        BytesView bytes) override;
+                        BytesView bytes) override {
+    dispatch_.forbidMainThread("DisplayChannel::writeI2C");
+    writes_.push_back(
+        {dispatch_.mediaClock(), chipAddress, dataAddress, {bytes.begin(), bytes.end()}});
+    if (answerTime > 0) dispatch_.waitOnGlobalQueue(answerTime);
+    return isConnected ? status : -1;
+  }
 
   /// Every attempt, whatever came of it.
   const std::vector<Write>& writes() const { return writes_; }
@@ -44,19 +51,51 @@ class SimulatedDisplays final : public Displays {
 
   explicit SimulatedDisplays(SimulatedDispatch& dispatch) : dispatch_(dispatch) {}
 
-  std::vector<std::shared_ptr<DisplayChannel>> externalChannels() override;
+  std::vector<std::shared_ptr<DisplayChannel>> externalChannels() override {
+    dispatch_.requireMainThread("Displays::externalChannels");
+    std::vector<std::shared_ptr<DisplayChannel>> channels;
+    for (const auto& each : plugged_) {
+      if (each.channel) channels.push_back(each.channel);
+    }
+    return channels;
+  }
   std::optional<std::string> channelObstacle() override { return obstacle; }
-  std::vector<Display> onlineDisplays() override;
-  bool setTransferMaximum(std::uint32_t display, double maximum) override;
+  std::vector<Display> onlineDisplays() override {
+    dispatch_.requireMainThread("Displays::onlineDisplays");
+    std::vector<Display> displays;
+    for (const auto& each : plugged_) displays.push_back(each.display);
+    return displays;
+  }
+  bool setTransferMaximum(std::uint32_t display, double maximum) override {
+    dispatch_.requireMainThread("Displays::setTransferMaximum");
+    auto* plugged = find(display);
+    if (plugged) plugged->maximum = maximum;
+    return plugged != nullptr;
+  }
 
   std::optional<std::string> obstacle;
   /// Its id.
-  std::uint32_t plugIn(Kind kind);
-  void pullOut(std::uint32_t display);
+  std::uint32_t plugIn(Kind kind) {
+    plugged_.push_back({{++lastId_, kind == Kind::builtin}, nullptr, std::nullopt});
+    if (kind == Kind::external) {
+      plugged_.back().channel = std::make_shared<SimulatedDisplayChannel>(dispatch_);
+    }
+    return lastId_;
+  }
+  void pullOut(std::uint32_t display) {
+    if (auto* wire = channel(display)) wire->isConnected = false;
+    std::erase_if(plugged_, [&](const Plugged& each) { return each.display.id == display; });
+  }
   /// Null for a display without one.
-  SimulatedDisplayChannel* channel(std::uint32_t display) const;
+  SimulatedDisplayChannel* channel(std::uint32_t display) {
+    const auto* plugged = find(display);
+    return plugged ? plugged->channel.get() : nullptr;
+  }
   /// Of a display that is plugged in; nothing before the host has set one.
-  std::optional<double> transferMaximum(std::uint32_t display) const;
+  std::optional<double> transferMaximum(std::uint32_t display) {
+    const auto* plugged = find(display);
+    return plugged ? plugged->maximum : std::nullopt;
+  }
 
  private:
   struct Plugged {
@@ -65,7 +104,12 @@ class SimulatedDisplays final : public Displays {
     std::optional<double> maximum;
   };
 
-  const Plugged* find(std::uint32_t display) const;
+  Plugged* find(std::uint32_t display) {
+    for (auto& each : plugged_) {
+      if (each.display.id == display) return &each;
+    }
+    return nullptr;
+  }
 
   SimulatedDispatch& dispatch_;
   std::vector<Plugged> plugged_;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cmath>
+#include <utility>
 #include "Platform/HostStatistics.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 
@@ -11,14 +13,40 @@ class SimulatedHostStatistics final : public HostStatistics {
   explicit SimulatedHostStatistics(SimulatedDispatch& dispatch)
       : dispatch_(dispatch), countedUntil_(dispatch.wallClock()) {}
 
-  std::optional<ProcessorTicks> processorTicks() override;
-  std::optional<int> memoryLevel() override;
-  std::optional<MemoryPages> memoryPages() override;
-  std::uint64_t physicalMemory() override;
-  std::optional<VolumeCapacity> volumeCapacity(const std::string& folder) override;
+  std::optional<ProcessorTicks> processorTicks() override {
+    dispatch_.requireMainThread("HostStatistics::processorTicks");
+    ++reads;
+    count();
+    if (!hasProcessorTicks) return std::nullopt;
+    return ProcessorTicks{.user = whole(busy_ / 2),
+                          .system = whole(busy_ / 4),
+                          .idle = whole(idle_),
+                          .nice = whole(busy_ / 4)};
+  }
+  std::optional<int> memoryLevel() override {
+    dispatch_.requireMainThread("HostStatistics::memoryLevel");
+    ++reads;
+    return level;
+  }
+  std::optional<MemoryPages> memoryPages() override {
+    ++reads;
+    return pages;
+  }
+  std::uint64_t physicalMemory() override {
+    ++reads;
+    return memory;
+  }
+  std::optional<VolumeCapacity> volumeCapacity(const std::string& folder) override {
+    dispatch_.requireMainThread("HostStatistics::volumeCapacity");
+    ++reads;
+    return folder == "/" ? volume : std::nullopt;
+  }
 
   /// How busy the processors are from now on, from 0 to 1.
-  void setProcessorLoad(double load);
+  void setProcessorLoad(double load) {
+    count();
+    load_ = load;
+  }
 
   bool hasProcessorTicks = true;
   std::optional<int> level = 60;
@@ -33,7 +61,17 @@ class SimulatedHostStatistics final : public HostStatistics {
   int reads = 0;
 
  private:
-  void count();
+  static constexpr double ticksPerSecond = 4 * 100;
+
+  static std::uint64_t whole(double ticks) {
+    return static_cast<std::uint64_t>(std::llround(ticks));
+  }
+  void count() {
+    const double now = dispatch_.wallClock();
+    const double ticks = (now - std::exchange(countedUntil_, now)) * ticksPerSecond;
+    busy_ += ticks * load_;
+    idle_ += ticks * (1 - load_);
+  }
 
   SimulatedDispatch& dispatch_;
   double countedUntil_;

@@ -23,12 +23,6 @@ const Table SimulatedKeyboardLayout::german = [] {
   return table;
 }();
 
-const Table SimulatedKeyboardLayout::russian = {
-    {0, "ф"},  {1, "ы"},  {2, "в"},  {3, "а"},  {4, "р"},  {5, "п"},  {6, "я"},  {7, "ч"},
-    {8, "с"},  {9, "м"},  {11, "и"}, {12, "й"}, {13, "ц"}, {14, "у"}, {15, "к"}, {16, "н"},
-    {17, "е"}, {18, "1"}, {19, "2"}, {31, "щ"}, {32, "г"}, {34, "ш"}, {35, "з"}, {37, "д"},
-    {38, "о"}, {40, "л"}, {43, "б"}, {45, "т"}, {46, "ь"}, {49, " "}};
-
 namespace {
 
 // Case pairs of the letters that the tables print; "ß" has no single capital and grows instead.
@@ -38,11 +32,6 @@ const std::vector<std::pair<std::string, std::string>>& casePairs() {
         {"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}, {"ß", "SS"}};
     for (char c = 'a'; c <= 'z'; ++c) {
       made.emplace_back(std::string(1, c), std::string(1, static_cast<char>(c - 'a' + 'A')));
-    }
-    const std::string lower = "абвгдежзийклмнопрстуфхцчшщъыьэюя";
-    const std::string upper = "АБВГДЕЖЗИЙКЛМНОПРСТУФХЦЧШЩЪЫЬЭЮЯ";
-    for (std::size_t i = 0; i < lower.size(); i += 2) {
-      made.emplace_back(lower.substr(i, 2), upper.substr(i, 2));
     }
     return made;
   }();

@@ -14,7 +14,6 @@ class SimulatedKeyboardLayout final : public KeyboardLayout {
   using Table = std::map<std::uint32_t, std::string>;
   static const Table us;
   static const Table german;
-  static const Table russian;
 
   std::string character(std::uint32_t keyCode) const override;
   std::string uppercased(const std::string& text) const override;

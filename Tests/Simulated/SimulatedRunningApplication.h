@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 
+#include "Platform/Events.h"
 #include "Platform/Image.h"
 #include "Platform/Workspace.h"
 
@@ -47,10 +48,24 @@ class SimulatedRunningApplication final : public RunningApplication {
   std::string text;
   std::string selection;
   double copyTime = 0;  ///< seconds from the chord to the copy
-  void receiveKey(std::uint16_t keyCode, std::uint64_t modifierFlags);
+  void receiveKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
+    if (modifierFlags == eventModifier::command) {
+      if (keyCode == keyCode::v) text += machine_.pastedString();
+      if (keyCode == keyCode::c && !selection.empty()) machine_.copyString(selection, copyTime);
+    } else if (modifierFlags == 0) {
+      text += machine_.character(keyCode);
+    }
+  }
 
  private:
-  bool request(int& count);
+  bool request(int& count) {
+    ++count;
+    if (!acceptsRequests) return false;
+    if (comesForwardAtRequest && legacyRequests + cooperativeRequests >= *comesForwardAtRequest) {
+      machine_.requestActivation(*this);
+    }
+    return true;
+  }
 
   Description description_;
   Machine machine_;

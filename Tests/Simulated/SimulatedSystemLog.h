@@ -13,7 +13,6 @@ class SimulatedSystemLog final : public SystemLog {
  public:
   void log(std::string_view line) override { lines_.emplace_back(line); }
 
-  const std::vector<std::string>& lines() const { return lines_; }
   /// The lines since the last call.
   std::vector<std::string> take() { return std::exchange(lines_, {}); }
 

@@ -1,13 +1,13 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "Platform/FlutterEngine.h"
+#include "Tests/Simulated/SimulatedEngine.h"
 
 namespace zephyx {
-
-class SimulatedEngine;
 
 class SimulatedVisualEffectView final : public VisualEffectView {
  public:
@@ -23,16 +23,20 @@ class SimulatedVisualEffectView final : public VisualEffectView {
 /// The picture of an engine; as large as the window that it is in.
 class SimulatedViewController final : public FlutterViewController {
  public:
-  explicit SimulatedViewController(std::shared_ptr<SimulatedEngine> engine);
+  explicit SimulatedViewController(std::shared_ptr<SimulatedEngine> engine)
+      : engine_(std::move(engine)) {}
 
-  std::shared_ptr<FlutterEngine> engine() const override;
+  std::shared_ptr<FlutterEngine> engine() const override { return engine_; }
   void makeBackgroundTransparent() override { hasTransparentBackground_ = true; }
   Rect viewBounds() const override { return {{0, 0}, size_}; }
   void setViewAlpha(double alpha) override { alpha_ = alpha; }
-  std::shared_ptr<VisualEffectView> addVisualEffectView() override;
+  std::shared_ptr<VisualEffectView> addVisualEffectView() override {
+    effectViews_.push_back(std::make_shared<SimulatedVisualEffectView>());
+    return effectViews_.back();
+  }
 
   /// For the window that shows it.
-  void setInWindow(bool isInWindow);
+  void setInWindow(bool isInWindow) { engine_->isInWindow = isInWindow; }
   void setSize(Size size) { size_ = size; }
   double alpha() const { return alpha_; }
   bool hasTransparentBackground() const { return hasTransparentBackground_; }
