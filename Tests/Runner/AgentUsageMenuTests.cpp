@@ -1,5 +1,3 @@
-#include <string>
-#include <vector>
 
 #include "Platform/Label.h"
 #include "Platform/PushButton.h"
@@ -11,8 +9,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using Disclosure = AgentRowView::Disclosure;
 
 constexpr const char* authorizedKey = "agentUsage.authorized.v2";
@@ -28,19 +24,13 @@ class AgentUsageMenuTest : public HostTest {
   AgentUsageMenuView& view() {
     return dynamic_cast<AgentUsageMenuView&>(*statusItem().menu()->items().at(1)->view());
   }
-  bool rowIsHidden() { return statusItem().menu()->items().at(1)->properties().isHidden; }
-
-  void openMenu() {
-    statusItem().openMenu();
-    desktop.dispatch.settle();
-  }
   void clickRow() { view().agentRow().clicked({100, 28}); }
   /// The menu is open, and the account is connected with figures.
   void connect(const AgentUsage& usage = usageWith(1, 2), bool expanded = false) {
     desktop.userDefaults.setBoolean(authorizedKey, true);
     desktop.userDefaults.setBoolean(expandedKey, expanded);
     launch();
-    openMenu();
+    reopenMenu();
     provider->answer(usage);
   }
   /// What the user sees of the account.
@@ -83,34 +73,26 @@ AgentUsage plainUsage() {
 }
 
 TEST_F(AgentUsageMenuTest, EachResultLeadsToTheStateThatItMeans) {
-  struct Case {
-    const char* name;
-    UsageFetchResult result;
-    const char* shown;
-    bool authorized;
-    bool expanded;
-    std::optional<double> session;
-  };
-  const Case cases[] = {
-      {"success", plainUsage(), connectedOpen, true, true, 0.42},
-      {"no credentials", CredentialsUnavailable{}, notConnected, false, false, std::nullopt},
-      {"reauthorization", ReauthorizationRequired{}, needsReconnect, true, false, 0.42},
-      {"transient", TransientFailure{}, connectedOpen, true, true, 0.42},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.name);
+  const std::tuple<const char*, UsageFetchResult, const char*, bool, bool, std::optional<double>>
+      cases[] = {
+          {"success", plainUsage(), connectedOpen, true, true, 0.42},
+          {"no credentials", CredentialsUnavailable{}, notConnected, false, false, std::nullopt},
+          {"reauthorization", ReauthorizationRequired{}, needsReconnect, true, false, 0.42},
+          {"transient", TransientFailure{}, connectedOpen, true, true, 0.42},
+      };
+  for (const auto& [name, result, expected, authorized, expanded, session] : cases) {
+    SCOPED_TRACE(name);
     connect(plainUsage(), true);
     EXPECT_EQ(shown(), connectedOpen);
     EXPECT_EQ(view().frame().size.height, closedHeight + 50);
-    statusItem().cancelTrackingWithoutAnimation();
-    openMenu();
+    reopenMenu();
     EXPECT_FALSE(provider->requests.back().interactive);
-    provider->answer(each.result);
-    EXPECT_EQ(shown(), each.shown);
-    EXPECT_EQ(desktop.userDefaults.boolean(authorizedKey), each.authorized);
-    EXPECT_EQ(desktop.userDefaults.boolean(expandedKey), each.expanded);
-    EXPECT_EQ(desktop.userDefaults.number(sessionKey), each.session);
-    EXPECT_EQ(view().frame().size.height, closedHeight + (each.expanded ? 50 : 0));
+    provider->answer(result);
+    EXPECT_EQ(shown(), expected);
+    EXPECT_EQ(desktop.userDefaults.boolean(authorizedKey), authorized);
+    EXPECT_EQ(desktop.userDefaults.boolean(expandedKey), expanded);
+    EXPECT_EQ(desktop.userDefaults.number(sessionKey), session);
+    EXPECT_EQ(view().frame().size.height, closedHeight + (expanded ? 50 : 0));
     EXPECT_TRUE(statusItem().menuIsOpen());
     EXPECT_EQ(view().agentRow().accessibilityLabel(), "Claude Code");
     EXPECT_EQ(view().agentRow().accessibilityValue(), view().agentRow().subtitleLabel().text());
@@ -123,69 +105,59 @@ TEST_F(AgentUsageMenuTest, SaysThatWithoutASecretStoreTheConnectionIsForgotten) 
   desktop.keychain.setAvailable(false);
   launch();
   EXPECT_EQ(subtitle(), "Not connected") << "nobody has looked";
-  openMenu();
+  reopenMenu();
   EXPECT_EQ(subtitle(), "Not connected · no secret store");
   EXPECT_NE(view().agentRow().toolTip(), "");
   endHost();
   connect(plainUsage());
   EXPECT_EQ(subtitle().find("no secret store"), std::string::npos) << "the figures come first";
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
+  reopenMenu();
   provider->answer(ReauthorizationRequired{});
   EXPECT_EQ(subtitle(), "No secret store: connect again");
   statusItem().cancelTrackingWithoutAnimation();
   desktop.keychain.setAvailable(true);
-  openMenu();
+  reopenMenu();
   EXPECT_EQ(subtitle().find("secret store"), std::string::npos);
   EXPECT_EQ(view().agentRow().toolTip(), "");
 }
 
 TEST_F(AgentUsageMenuTest, ConnectsOnlyWithTheUsersConsent) {
+  const auto answerQuestion = [this](std::size_t button) {
+    view().creditsButton().click();
+    desktop.dispatch.settle();
+    desktop.alerts.press(button);
+  };
   launch();
-  openMenu();
-  EXPECT_EQ(shown(), notConnected);
-  view().creditsButton().click();
+  reopenMenu();
   view().creditsButton().click();
   EXPECT_FALSE(statusItem().menuIsOpen()) << "it would stand in the question's way";
-  desktop.dispatch.settle();
-  EXPECT_EQ(desktop.alerts.shown()->message, "Receive Claude usage updates?");
-  desktop.alerts.press(1);
-  EXPECT_FALSE(desktop.alerts.shown());
+  answerQuestion(1);
+  EXPECT_FALSE(desktop.alerts.shown()) << "two clicks ask once";
   EXPECT_EQ(shown(), notConnected);
   EXPECT_THAT(provider->requests, IsEmpty());
 
-  view().creditsButton().click();
-  desktop.dispatch.settle();
-  desktop.alerts.press(0);
-  ASSERT_EQ(provider->requests.size(), 1u);
+  for (const UsageFetchResult& failure :
+       {UsageFetchResult(TransientFailure{}), UsageFetchResult(CredentialsUnavailable{})}) {
+    answerQuestion(0);
+    provider->answer(failure);
+    EXPECT_EQ(shown(), notConnected);
+    EXPECT_TRUE(view().creditsButton().isEnabled());
+  }
+  answerQuestion(0);
+  ASSERT_EQ(provider->requests.size(), 3u);
   EXPECT_TRUE(provider->requests.back().interactive);
   EXPECT_FALSE(view().creditsButton().isEnabled());
-  openMenu();
-  EXPECT_EQ(provider->requests.size(), 1u);
+  reopenMenu();
+  EXPECT_EQ(provider->requests.size(), 3u);
   provider->answer(plainUsage());
   EXPECT_EQ(shown(), connectedClosed);
   EXPECT_EQ(desktop.userDefaults.boolean(authorizedKey), true);
   EXPECT_FALSE(desktop.userDefaults.boolean(expandedKey).value_or(false));
 }
 
-TEST_F(AgentUsageMenuTest, AFailedConnectionMayBeTriedAgain) {
-  for (const UsageFetchResult& failure :
-       {UsageFetchResult(TransientFailure{}), UsageFetchResult(CredentialsUnavailable{})}) {
-    launch();
-    view().creditsButton().click();
-    desktop.dispatch.settle();
-    desktop.alerts.press(0);
-    provider->answer(failure);
-    EXPECT_EQ(shown(), notConnected);
-    EXPECT_TRUE(view().creditsButton().isEnabled());
-    endHost();
-  }
-}
-
 TEST_F(AgentUsageMenuTest, ReconnectsWithoutAskingAgain) {
   connect(plainUsage());
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
+  reopenMenu();
   provider->answer(ReauthorizationRequired{});
   clickRow();
   EXPECT_EQ(shown(), needsReconnect);
@@ -197,9 +169,13 @@ TEST_F(AgentUsageMenuTest, ReconnectsWithoutAskingAgain) {
   EXPECT_EQ(shown(), connectedClosed);
 }
 
-TEST_F(AgentUsageMenuTest, DisconnectingForgetsEverything) {
+TEST_F(AgentUsageMenuTest, DisconnectingForgetsEverythingAndAnswersOfBeforeDoNotCount) {
   connect(usageWith(2, 3), true);
+  reopenMenu();
+  reopenMenu();
+  EXPECT_EQ(provider->requests.size(), 2u) << "one at a time";
   view().disconnectButton().click();
+  provider->answer(plainUsage());
   EXPECT_EQ(provider->invalidations, 1);
   EXPECT_EQ(shown(), notConnected);
   EXPECT_EQ(view().agentRow().ring().progress(), 0);
@@ -207,28 +183,13 @@ TEST_F(AgentUsageMenuTest, DisconnectingForgetsEverything) {
   EXPECT_EQ(desktop.userDefaults.boolean(expandedKey), false);
   EXPECT_FALSE(desktop.userDefaults.number(sessionKey));
   EXPECT_EQ(view().frame().size.height, closedHeight);
-}
-
-TEST_F(AgentUsageMenuTest, OnlyTheNewestRequestOfTheSameAccountCounts) {
-  connect(plainUsage());
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
-  EXPECT_EQ(provider->requests.size(), 2u) << "one at a time";
-  view().disconnectButton().click();
-  provider->answer(plainUsage());
-  EXPECT_EQ(shown(), notConnected);
-  EXPECT_FALSE(desktop.userDefaults.number(sessionKey));
 
   endHost();
   connect(plainUsage());
   provider->requests.clear();
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
+  reopenMenu();
   provider->answer(ReauthorizationRequired{});
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
+  reopenMenu();
   view().creditsButton().click();
   provider->answer(plainUsage());
   EXPECT_EQ(shown(), connectedClosed);
@@ -241,7 +202,7 @@ TEST_F(AgentUsageMenuTest, OnlyTheNewestRequestOfTheSameAccountCounts) {
 
 TEST_F(AgentUsageMenuTest, ClicksAreCountedAndFlipTheAccordionOfAConnectedAccount) {
   launch();
-  openMenu();
+  reopenMenu();
   takeTelemetry();
   clickRow();
   for (const auto& row : view().placeholderRows()) row->clicked({100, 20});
@@ -265,7 +226,6 @@ TEST_F(AgentUsageMenuTest, AFlipClosesTheMenuAndOpensItOnceWithItsNewHeight) {
   connect(plainUsage());
   clickRow();
   EXPECT_FALSE(statusItem().menuIsOpen());
-  EXPECT_EQ(view().frame().size.height, closedHeight + 50);
   desktop.dispatch.advance(0.14);
   EXPECT_FALSE(statusItem().menuIsOpen());
   desktop.dispatch.advance(0.02);
@@ -276,46 +236,40 @@ TEST_F(AgentUsageMenuTest, AFlipClosesTheMenuAndOpensItOnceWithItsNewHeight) {
   provider->answer(usageWith(2, 2));
   EXPECT_EQ(view().frame().size.height, closedHeight + 50 + 4 * 18);
   EXPECT_TRUE(statusItem().menuIsOpen());
-  statusItem().cancelTrackingWithoutAnimation();
-  desktop.dispatch.advance(1);
-  EXPECT_FALSE(statusItem().menuIsOpen());
 
-  // The user opens it first, and it stays.
-  openMenu();
+  // The user closes it, or opens it first, and it stays.
   clickRow();
   desktop.dispatch.advance(0.1);
-  openMenu();
+  reopenMenu();
   statusItem().cancelTrackingWithoutAnimation();
   desktop.dispatch.advance(1);
   EXPECT_FALSE(statusItem().menuIsOpen());
 }
 
 TEST_F(AgentUsageMenuTest, TheAccordionShowsThreeLimitsAndFourModelsAtMost) {
-  const struct {
-    std::size_t limits, models;
-    double height;
-  } cases[] = {{0, 0, 50}, {1, 0, 68}, {0, 2, 86}, {3, 4, 176}, {4, 5, 176}};
-  for (const auto& [limits, models, height] : cases) {
+  for (const auto& [limits, models, height] : {std::tuple{0u, 0u, 50.0},
+                                               {1u, 0u, 68.0},
+                                               {0u, 2u, 86.0},
+                                               {3u, 4u, 176.0},
+                                               {4u, 5u, 176.0}}) {
     connect(usageWith(limits, models), true);
-    EXPECT_EQ(view().accordionHeight(), height);
     EXPECT_EQ(view().accordion().frame().size.height, height);
     EXPECT_EQ(view().frame().size.height, closedHeight + height);
     endHost();
   }
   connect(usageWith(4, 5), true);
   const auto& accordion = view().accordion();
-  EXPECT_THAT(accordion.weeklyLabel().text(), testing::StartsWith("Week 31% · resets "));
+  EXPECT_THAT(accordion.weeklyLabel().text(), StartsWith("Week 31% · resets "));
   EXPECT_EQ(accordion.scopedLabels().back()->text(), "Haiku: 38% used this week");
   EXPECT_EQ(accordion.modelRows().front().name->text(), "Opus 4.1");
   EXPECT_EQ(accordion.modelRows().front().counts->text(), "11.6M in · 350.0K out");
   EXPECT_EQ(accordion.modelRows().back().name->text(), "Sonnet 4");
   // Lines hang from the top, in order, within the accordion.
-  double above = accordion.frame().size.height;
   std::vector<const View*> lines{&accordion.weeklyLabel()};
   for (const auto& label : accordion.scopedLabels()) lines.push_back(label.get());
   for (const auto& row : accordion.modelRows()) lines.push_back(row.name.get());
+  double above = accordion.frame().size.height;
   for (const auto* line : lines) {
-    EXPECT_EQ(line->frame().size.height, 18);
     EXPECT_LE(line->frame().origin.y + 18, above);
     above = line->frame().origin.y;
   }
@@ -333,7 +287,7 @@ TEST_F(AgentUsageMenuTest, StartsWithWhatItKnewAndNothingElse) {
   EXPECT_EQ(view().agentRow().ring().progressColor(), color::systemRed);
   EXPECT_EQ(view().accordionHeight(), 50);
   EXPECT_FALSE(desktop.userDefaults.boolean("agentUsage.authorized.v1"));
-  openMenu();
+  reopenMenu();
   provider->answer(TransientFailure{});
   EXPECT_EQ(view().accordionHeight(), 50);
 }
@@ -347,38 +301,33 @@ TEST_F(AgentUsageMenuTest, RowsComeAndGoWithTheSettingsAtTheNextOpening) {
   const double heights[] = {26 + 2 * 48 + 4, 26 + 48 + 4, 30};
   for (std::size_t i = 0; i < std::size(keys); ++i) {
     desktop.userDefaults.setBoolean(keys[i], false);
-    statusItem().cancelTrackingWithoutAnimation();
-    openMenu();
+    reopenMenu();
     EXPECT_EQ(shown(), "nothing");
     EXPECT_EQ(view().frame().size.height, heights[i]);
-    EXPECT_EQ(rowIsHidden(), i == 2);
+    EXPECT_EQ(statusItem().menu()->items().at(1)->properties().isHidden, i == 2);
   }
   EXPECT_THAT(provider->requests, IsEmpty());
   desktop.userDefaults.setString(visibleKey, "no boolean");
-  statusItem().cancelTrackingWithoutAnimation();
-  openMenu();
-  EXPECT_FALSE(rowIsHidden());
+  reopenMenu();
   EXPECT_EQ(shown(), connectedClosed);
   EXPECT_EQ(provider->requests.size(), 1u);
 }
 
 TEST(UsageMiniRingViewTest, IsGreenThenYellowThenRed) {
+  using namespace color;
   UsageMiniRingView ring;
-  const struct {
-    double progress, shown;
-    Color color;
-    const char* text;
-  } cases[] = {
-      {-0.5, 0, color::systemGreen, "0%"},      {0.5999, 0.5999, color::systemGreen, "60%"},
-      {0.6, 0.6, color::systemYellow, "60%"},   {0.7999, 0.7999, color::systemYellow, "80%"},
-      {0.8, 0.8, color::systemRed, "80%"},      {1.3, 1, color::systemRed, "100%"},
-      {0.004, 0.004, color::systemGreen, "0%"}, {0.425, 0.425, color::systemGreen, "43%"},
-  };
-  for (const auto& each : cases) {
-    ring.setProgress(each.progress);
-    EXPECT_EQ(ring.progress(), each.shown);
-    EXPECT_EQ(ring.progressColor(), each.color);
-    EXPECT_EQ(ring.percentLabel().text(), each.text);
+  for (const auto& [progress, shown, color, text] : {std::tuple{-0.5, 0.0, systemGreen, "0%"},
+                                                     {0.5999, 0.5999, systemGreen, "60%"},
+                                                     {0.6, 0.6, systemYellow, "60%"},
+                                                     {0.7999, 0.7999, systemYellow, "80%"},
+                                                     {0.8, 0.8, systemRed, "80%"},
+                                                     {1.3, 1.0, systemRed, "100%"},
+                                                     {0.004, 0.004, systemGreen, "0%"},
+                                                     {0.425, 0.425, systemGreen, "43%"}}) {
+    ring.setProgress(progress);
+    EXPECT_EQ(ring.progress(), shown);
+    EXPECT_EQ(ring.progressColor(), color);
+    EXPECT_EQ(ring.percentLabel().text(), text);
   }
 }
 

@@ -1,9 +1,4 @@
-#include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "Runner/ClaudeUsageProvider.h"
 #include "Tests/Runner/HostTest.h"
@@ -11,10 +6,6 @@
 
 namespace zephyx {
 namespace {
-
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::SizeIs;
 
 constexpr const char* ownItem = "net.quillon.app.claude-usage-token";
 constexpr const char* toolItem = "Claude Code-credentials";

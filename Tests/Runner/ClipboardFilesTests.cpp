@@ -9,7 +9,6 @@ namespace zephyx {
 namespace {
 
 namespace fs = std::filesystem;
-using testing::MatchesRegex;
 
 constexpr const char* uuid = "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}";
 

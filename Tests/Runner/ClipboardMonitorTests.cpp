@@ -5,9 +5,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr const char* fileUrlType = "public.file-url";
 constexpr const char* urlType = "public.url";
 constexpr const char* textType = "public.utf8-plain-text";

@@ -5,10 +5,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Optional;
-
 const MethodReply pasted = Value("pasted");
 
 /// What the panel puts on the pasteboard, previews and pastes.

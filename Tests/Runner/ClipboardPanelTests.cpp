@@ -5,11 +5,6 @@
 namespace zephyx {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using Lines = std::vector<std::string>;
-
 MethodReply badArguments(const char* message) {
   return MethodError{"BAD_ARGS", message, {}};
 }

@@ -8,8 +8,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using Kind = SimulatedDisplays::Kind;
 
 constexpr double secondsBetweenWrites = 0.05;

@@ -11,10 +11,14 @@ HostTest::HostTest() : editor(desktop.workspace.start({"org.example.editor", "Ed
   desktop.workspace.bringToFront(editor);
 }
 
-void HostTest::launch() {
+void HostTest::makeHost() {
   shared = std::make_unique<SharedObjects>(desktop.platform());
   delegate = usageProvider ? std::make_unique<AppDelegate>(desktop.platform(), usageProvider)
                            : std::make_unique<AppDelegate>(desktop.platform());
+}
+
+void HostTest::launch() {
+  makeHost();
   desktop.application.launch(*delegate);
   desktop.dispatch.settle();
   takeLog();
@@ -42,6 +46,19 @@ void HostTest::pressHotkey(HotkeyID id) {
   desktop.dispatch.settle();
 }
 
+MenuItem& HostTest::row(const std::string& action) {
+  for (const auto& item : statusItem().menu()->items()) {
+    if (item->action() == action) return *item;
+  }
+  throw std::out_of_range(action);
+}
+
+void HostTest::reopenMenu() {
+  statusItem().cancelTrackingWithoutAnimation();
+  statusItem().openMenu();
+  desktop.dispatch.settle();
+}
+
 void HostTest::TearDown() {
   endHost();
   for (const char* engine : {"default", "clipboard_engine", "translate_engine"}) {
@@ -53,7 +70,7 @@ void HostTest::TearDown() {
   EXPECT_FALSE(desktop.eventTaps.isThere());
   EXPECT_TRUE(desktop.hotKeys.registered().empty());
   EXPECT_EQ(desktop.statusBar.item(), nullptr);
-  EXPECT_THAT(desktop.faults.all(), testing::IsEmpty());
+  EXPECT_THAT(desktop.faults.all(), IsEmpty());
   for (const auto& line : takeLog()) {
     const bool ignored =
         std::any_of(ignoredLog_.begin(), ignoredLog_.end(),

@@ -14,6 +14,20 @@
 
 namespace zephyx {
 
+using testing::Contains;
+using testing::Each;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Key;
+using testing::MatchesRegex;
+using testing::Optional;
+using testing::SizeIs;
+using testing::StartsWith;
+using Lines = std::vector<std::string>;
+
+inline const MethodReply nil = Value();
+
 /// The host on a simulated desktop, with an editor in front before it starts. Every test ends with
 /// the host's end, which must leave nothing behind: no engine, window, monitor or hot key, no fault
 /// of the machine, and no log line that the test has not taken or ignored.
@@ -22,6 +36,8 @@ class HostTest : public testing::Test {
   HostTest();
   void TearDown() override;
 
+  /// Makes the host without starting it.
+  void makeHost();
   /// Starts the host; the main window is shown with the keyboard. Drops the calls of the start.
   void launch();
   void endHost();
@@ -37,6 +53,10 @@ class HostTest : public testing::Test {
   }
   SimulatedScreen& panelScreen() { return desktop.engines.engine("clipboard_engine")->screen(); }
   SimulatedStatusItem& statusItem() { return *desktop.statusBar.item(); }
+  /// The row of the status menu with that action.
+  MenuItem& row(const std::string& action);
+  /// The user closes the menu, if it is open, and opens it.
+  void reopenMenu();
   ClipboardMonitor& monitor() { return ClipboardMonitor::shared(); }
 
   /// The lines since the last call.

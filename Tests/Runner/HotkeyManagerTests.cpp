@@ -6,11 +6,6 @@
 namespace zephyx {
 namespace {
 
-using testing::Contains;
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Key;
-
 constexpr std::uint32_t shift = 0x0200;
 constexpr std::uint32_t shiftCommand = 0x0300;
 constexpr std::uint32_t controlOptionCommand = 0x1900;
@@ -86,7 +81,7 @@ TEST_F(HotkeyManagerTest, WhatItStoresItLoadsAgain) {
   ready();
   EXPECT_EQ(manager.set(HotkeyID::improve, {45, controlOptionCommand}, desktop.userDefaults),
             std::nullopt);
-  EXPECT_THAT(stored().value(), testing::HasSubstr(R"("5":{"keyCode":45,"modifiers":6400})"));
+  EXPECT_THAT(stored().value(), HasSubstr(R"("5":{"keyCode":45,"modifiers":6400})"));
   HotkeyManager next(desktop.platform());
   EXPECT_EQ(next.loadConfigs(desktop.userDefaults), manager.configs());
   EXPECT_EQ(next.configs().at(HotkeyID::improve), (HotkeyConfig{45, controlOptionCommand}));

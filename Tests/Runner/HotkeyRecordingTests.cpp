@@ -4,11 +4,7 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr std::uint64_t controlOption = 0xC0000;  // event flags
-const MethodReply nil = Value();
 const MethodReply cancelled = Value(Map{{"cancelled", true}});
 
 /// The settings screen's calls, with the main window in front.

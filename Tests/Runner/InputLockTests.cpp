@@ -9,8 +9,6 @@
 namespace zephyx {
 namespace {
 
-using testing::IsEmpty;
-
 constexpr std::uint16_t keyA = 0;
 constexpr std::uint16_t keyK = 40;
 constexpr std::uint16_t keyU = 32;
@@ -188,7 +186,7 @@ TEST_F(InputLockTest, WithoutPermissionTheUserIsToldWhereToGiveIt) {
   desktop.alerts.press(0);
   desktop.dispatch.settle();
   EXPECT_THAT(desktop.workspace.openedUrls(),
-              testing::ElementsAre(
+              ElementsAre(
                   "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
   expectUnlocked();
 
@@ -211,7 +209,7 @@ TEST_F(InputLockTest, ARefusedTapIsReportedAtOnceAndABusyOneAfterAWhile) {
   EXPECT_FALSE(desktop.alerts.shown());
   desktop.dispatch.advance(0.2);
   EXPECT_THAT(desktop.alerts.shown().value_or(Alert{}).informativeText,
-              testing::StartsWith("Another program"));
+              StartsWith("Another program"));
   dismissFailure();
   desktop.eventTaps.refuse();
   controller.lock(InputLockTarget::keyboard);

@@ -6,11 +6,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Optional;
-using testing::VariantWith;
-
 class MainFlutterWindowTest : public HostTest {
  protected:
   void SetUp() override { launch(); }

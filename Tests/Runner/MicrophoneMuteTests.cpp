@@ -8,9 +8,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr AudioDeviceId builtIn = 41;
 constexpr AudioDeviceId headset = 73;
 
@@ -167,7 +164,7 @@ TEST_F(MicrophoneMuteTest, WhatFailsIsSeenInTheStateThatIsReadBack) {
   audio().plugIn(builtIn, {.mute = false, .writeStatus = -50});
   launch();
   toggle();
-  EXPECT_THAT(takeLog(), testing::Contains("[MicMute] setMute(true) falló (OSStatus=-50)"));
+  EXPECT_THAT(takeLog(), Contains("[MicMute] setMute(true) falló (OSStatus=-50)"));
   EXPECT_EQ(panels().size(), 1u);
   expectShown(false);
   audio().plugIn(builtIn, {.volume = 0.7F, .writeStatus = -50});

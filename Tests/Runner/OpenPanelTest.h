@@ -19,8 +19,6 @@ class OpenPanelTest : public HostTest {
   std::optional<MethodReply> call(const std::string& method, const Value& arguments = {}) {
     return panelScreen().call(method, arguments);
   }
-
-  const MethodReply nil = Value();
 };
 
 }  // namespace zephyx

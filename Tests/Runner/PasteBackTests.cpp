@@ -4,10 +4,7 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
 using Posted = SimulatedKeyboard::Posted;
-using Lines = std::vector<std::string>;
 
 /// Paste-back into the editor, which was in front before the host.
 class PasteBackTest : public HostTest {

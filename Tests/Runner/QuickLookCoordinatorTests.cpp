@@ -4,8 +4,6 @@
 namespace zephyx {
 namespace {
 
-using testing::Each;
-
 class QuickLookCoordinatorTest : public HostTest {
  protected:
   void SetUp() override {

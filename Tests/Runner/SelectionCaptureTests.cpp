@@ -4,10 +4,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-using testing::Optional;
-
 /// The text of a capture, with how often it came.
 struct Captured {
   std::optional<std::string> text;

@@ -4,8 +4,6 @@
 namespace zephyx {
 namespace {
 
-using Lines = std::vector<std::string>;
-
 Lines startLines(const char* engineRuns) {
   return {"[Clipboard] initialize() start",
           std::string("[Clipboard] engine.run(clipboardMain) -> ") + engineRuns,
@@ -33,8 +31,8 @@ Lines bothPanels() {
 class StartTest : public HostTest {};
 
 TEST_F(StartTest, RunsUntilQuitAndShowsTheMainWindow) {
-  shared = std::make_unique<SharedObjects>(desktop.platform());
-  delegate = std::make_unique<AppDelegate>(desktop.platform());
+  makeHost();
+  EXPECT_FALSE(delegate->applicationShouldTerminateAfterLastWindowClosed());
   desktop.dispatch.mainQueue().asyncAfter(1, [this] {
     EXPECT_TRUE(mainWindow().isVisible());
     EXPECT_TRUE(mainWindow().isKeyWindow());
@@ -47,14 +45,6 @@ TEST_F(StartTest, RunsUntilQuitAndShowsTheMainWindow) {
   EXPECT_EQ(takeLog(), bothPanels());
 }
 
-TEST_F(StartTest, InitialisingASecondTimeDoesNothing) {
-  launch();
-  const auto engine = desktop.engines.engine("clipboard_engine");
-  ClipboardPanelController::shared().initialize();
-  EXPECT_EQ(desktop.engines.engine("clipboard_engine"), engine);
-  EXPECT_EQ(desktop.application.windows().size(), 3u);
-}
-
 TEST_F(StartTest, AnEngineThatDoesNotRunIsReportedAndThePanelStillOpens) {
   desktop.engines.refuseToRun("clipboard_engine");
   shared = std::make_unique<SharedObjects>(desktop.platform());
@@ -65,7 +55,7 @@ TEST_F(StartTest, AnEngineThatDoesNotRunIsReportedAndThePanelStillOpens) {
   EXPECT_TRUE(desktop.application.simulatedWindows().at(0)->isVisible());
 }
 
-TEST_F(StartTest, ThePanelIsMadeWhenItIsFirstShown) {
+TEST_F(StartTest, ThePanelIsMadeOnceAndAtTheLatestWhenItIsShown) {
   shared = std::make_unique<SharedObjects>(desktop.platform());
   ClipboardPanelController::shared().showPanel();
   auto expected = startLines("true");
@@ -75,6 +65,8 @@ TEST_F(StartTest, ThePanelIsMadeWhenItIsFirstShown) {
   EXPECT_EQ(lines, expected);
   desktop.dispatch.settle();
   EXPECT_EQ(panelScreen().callsOf("clipboardPanelShown").size(), 1u);
+  ClipboardPanelController::shared().initialize();
+  EXPECT_EQ(desktop.application.windows().size(), 1u);
 }
 
 }  // namespace

@@ -8,9 +8,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 /// Counts what would be drawn or shown anew.
 class CountingPeer final : public ViewPeer {
  public:

@@ -4,12 +4,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::IsEmpty;
-
-const MethodReply nil = Value();
-
 MethodCall event(const char* name, Map props) {
   return {"telemetryEvent", Map{{"name", name}, {"props", std::move(props)}}};
 }
@@ -83,21 +77,21 @@ TEST_F(TranslatePanelTest, FromTheNotesTheEditorIsAskedForItsText) {
             nil);
   EXPECT_THAT(
       translateScreen().takeCalls(),
-      testing::Contains(MethodCall{
-          "translateShow", Map{{"text", "note"}, {"mode", "improve"}, {"source", "editor"}}}));
+      Contains(MethodCall{"translateShow",
+                          Map{{"text", "note"}, {"mode", "improve"}, {"source", "editor"}}}));
   ignoreLog("[Translate]");
 }
 
 TEST_F(TranslatePanelTest, TheLastSessionIsBroughtBackWithItsOrigin) {
   pressHotkey(HotkeyID::restoreLast);
   EXPECT_THAT(translateScreen().takeCalls(),
-              testing::Contains(MethodCall{"translateRestoreLast", Map{{"origin", "external"}}}));
+              Contains(MethodCall{"translateRestoreLast", Map{{"origin", "external"}}}));
   call("translateHidePanel");
   delegate->togglePopover();
   desktop.dispatch.settle();
   pressHotkey(HotkeyID::restoreLast);
   EXPECT_THAT(translateScreen().takeCalls(),
-              testing::Contains(MethodCall{"translateRestoreLast", Map{{"origin", "editor"}}}));
+              Contains(MethodCall{"translateRestoreLast", Map{{"origin", "editor"}}}));
   ignoreLog("[Translate]");
 }
 

@@ -5,9 +5,6 @@
 namespace zephyx {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 class UpdaterServiceTest : public HostTest {
  protected:
   std::vector<SimulatedScreen*> screens() {
