@@ -41,10 +41,12 @@ class ClaudeUsageProviderTest : public testing::Test {
   void serverAnswers(int status, const std::string& body = usageBody, double delay = 0) {
     desktop.urlSession.reply({.response = UrlResponse{status, bytesOf(body)}, .delay = delay});
   }
-  std::vector<std::string> tokensSent() {
-    std::vector<std::string> tokens;
-    for (const auto& request : desktop.urlSession.requests()) {
-      for (const auto& [name, value] : request.headers) {
+  /// Of the requests since the last call.
+  Lines takeTokensSent() {
+    Lines tokens;
+    const auto& requests = desktop.urlSession.requests();
+    for (; requestsSeen_ < requests.size(); ++requestsSeen_) {
+      for (const auto& [name, value] : requests[requestsSeen_].headers) {
         if (name == "Authorization") tokens.push_back(value);
       }
     }
@@ -74,6 +76,9 @@ class ClaudeUsageProviderTest : public testing::Test {
   std::vector<double> scans;
   std::vector<UsageFetchResult> results;
   std::unique_ptr<ClaudeUsageProvider> provider;
+
+ private:
+  std::size_t requestsSeen_ = 0;
 };
 
 const UsageFetchResult reauthorizationRequired = ReauthorizationRequired{};
@@ -120,57 +125,39 @@ TEST_F(ClaudeUsageProviderTest, AMalformedItemOfTheToolIsNoCredential) {
   EXPECT_THAT(desktop.urlSession.requests(), IsEmpty());
 }
 
-struct RejectionCase {
-  const char* name;
-  bool interactive;
-  bool toolHasNewToken;
-  std::vector<int> statuses;
-  std::optional<UsageFetchResult> result;  ///< nothing for success
-  std::vector<std::string> tokensSent;
-  std::string ownToken;  ///< afterwards
-};
-
-class RejectedTokenTest : public ClaudeUsageProviderTest,
-                          public testing::WithParamInterface<RejectionCase> {};
-
-TEST_P(RejectedTokenTest, IsForgottenAndReplacedOnceWhenTheUserAskedForIt) {
-  const auto& each = GetParam();
-  ownTokenIs("old");
-  if (each.toolHasNewToken) toolHas("new");
-  for (const int status : each.statuses) serverAnswers(status);
-  EXPECT_EQ(fetch(each.interactive), each.result.value_or(success()));
-  EXPECT_EQ(tokensSent(), each.tokensSent);
-  EXPECT_EQ(ownToken(), each.ownToken);
-  EXPECT_EQ(desktop.keychain.reads(toolItem), each.interactive ? 1 : 0);
-  EXPECT_THAT(scans, SizeIs(each.result ? 0 : 1));
+TEST_F(ClaudeUsageProviderTest, ARejectedTokenIsForgottenAndReplacedOnceWhenTheUserAskedForIt) {
+  const Lines both = {"Bearer old", "Bearer new"};
+  const Lines one = {"Bearer old"};
+  const struct {
+    const char* name;
+    bool interactive, toolHasNewToken;
+    std::vector<int> statuses;
+    UsageFetchResult result;
+    Lines tokensSent;
+    const char* ownToken;  ///< afterwards
+  } cases[] = {
+      {"once", true, true, {401, 200}, success(), both, "new"},
+      {"twice", true, true, {401, 401}, credentialsUnavailable, both, "none"},
+      {"without another", true, false, {401}, credentialsUnavailable, one, "none"},
+      {"in the background", false, true, {401}, reauthorizationRequired, one, "none"},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(each.name);
+    provider->invalidateCredentials();
+    desktop.dispatch.settle();
+    const auto readsBefore = desktop.keychain.reads(toolItem);
+    scans.clear();
+    desktop.keychain.items().clear();
+    ownTokenIs("old");
+    if (each.toolHasNewToken) toolHas("new");
+    for (const int status : each.statuses) serverAnswers(status);
+    EXPECT_EQ(fetch(each.interactive), each.result);
+    EXPECT_EQ(takeTokensSent(), each.tokensSent);
+    EXPECT_EQ(ownToken(), each.ownToken);
+    EXPECT_EQ(desktop.keychain.reads(toolItem) - readsBefore, each.interactive ? 1 : 0);
+    EXPECT_THAT(scans, SizeIs(each.result == success() ? 1 : 0));
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Answers, RejectedTokenTest,
-    testing::Values(
-        RejectionCase{"Once", true, true, {401, 200}, {}, {"Bearer old", "Bearer new"}, "new"},
-        RejectionCase{"Twice",
-                      true,
-                      true,
-                      {401, 401, 200},
-                      credentialsUnavailable,
-                      {"Bearer old", "Bearer new"},
-                      "none"},
-        RejectionCase{"WithoutAnother",
-                      true,
-                      false,
-                      {401, 200},
-                      credentialsUnavailable,
-                      {"Bearer old"},
-                      "none"},
-        RejectionCase{"InTheBackground",
-                      false,
-                      true,
-                      {401, 200},
-                      reauthorizationRequired,
-                      {"Bearer old"},
-                      "none"}),
-    [](const auto& run) { return run.param.name; });
 
 TEST_F(ClaudeUsageProviderTest, OtherStatusesAreNotLookedAt) {
   ownTokenIs("token");
@@ -207,7 +194,7 @@ TEST_F(ClaudeUsageProviderTest, TheModelsAreThoseOfTheSession) {
   EXPECT_THAT(scans, ElementsAre(1735725600 - 18'000, 1'800'000'000 - 18'000));
 }
 
-TEST_F(ClaudeUsageProviderTest, AskAtTheHostOfTheSettingOrNotAtAll) {
+TEST_F(ClaudeUsageProviderTest, AsksAtTheHostOfTheSettingOrNotAtAll) {
   ownTokenIs("token");
   desktop.userDefaults.setString("agentUsage.host", "http://127.0.0.1:8080");
   serverAnswers(200);
@@ -238,7 +225,7 @@ TEST_F(ClaudeUsageProviderTest, DisconnectingDuringARequestIsNotUndoneByItsAnswe
   desktop.dispatch.advance(1);
   EXPECT_THAT(results, ElementsAre(credentialsUnavailable));
   EXPECT_EQ(ownToken(), "none");
-  EXPECT_THAT(tokensSent(), SizeIs(1));
+  EXPECT_THAT(takeTokensSent(), SizeIs(1));
 }
 
 TEST_F(ClaudeUsageProviderTest, AfterItsEndNothingIsAnsweredAndDisconnectingStillHolds) {

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "Platform/Label.h"
 #include "Runner/HotkeyManager.h"
 #include "Runner/InputLockController.h"
@@ -49,12 +47,15 @@ class InputLockTest : public HostTest {
     }
     throw std::out_of_range("no row");
   }
-  std::string trackpadRow() {
-    const auto& items = statusItem().menu()->items();
-    return (*std::find_if(items.begin(), items.end(),
-                          [](const auto& item) { return item->action() == "toggleTrackpadLock"; }))
-        ->properties()
-        .title;
+  std::string trackpadRow() { return row("toggleTrackpadLock").properties().title; }
+  void toggleRow() {
+    statusItem().openMenu();
+    keyboardRow().toggle()->toggle();
+  }
+  void chooseTrackpad() {
+    statusItem().openMenu();
+    EXPECT_TRUE(statusItem().choose("toggleTrackpadLock"));
+    desktop.dispatch.settle();
   }
   bool keysAreTaken() { return desktop.eventTaps.takes(EventType::keyDown); }
   bool mouseIsTaken() { return desktop.eventTaps.takes(EventType::leftMouseDown); }
@@ -73,18 +74,8 @@ class InputLockTest : public HostTest {
   }
 };
 
-TEST_F(InputLockTest, TakesOutEveryKindOfEventOfItsTarget) {
-  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::keyboard), 0x5C00u);
-  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::trackpad), 0x0E4000FEu);
-}
-
 TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
-  struct Case {
-    std::uint16_t key;
-    std::uint64_t flags;
-    bool unlocks;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<std::uint16_t, std::uint64_t, bool> cases[] = {
       {keyK, lockModifiers, true},
       {keyK, lockModifiers | capsLock, true},
       {keyK, lockModifiers | eventModifier::shift, false},
@@ -112,22 +103,17 @@ TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
   EXPECT_EQ(editor->text, "a");
 }
 
-TEST_F(InputLockTest, AHotkeyThatStaysDownDoesNotUnlock) {
-  pressHotkey(HotkeyID::keyboardLock);
-  desktop.keyboard.repeat(keyK, lockModifiers);
-  desktop.dispatch.settle();
-  EXPECT_TRUE(keysAreTaken());
-}
-
 TEST_F(InputLockTest, AChangedHotkeyIsTheOneThatUnlocksAndThatTheUserIsTold) {
+  constexpr auto changed = eventModifier::control | eventModifier::shift | eventModifier::command;
   HotkeyManager::shared().set(HotkeyID::keyboardLock, {keyU, 0x1300}, desktop.userDefaults);
-  press(keyU, eventModifier::control | eventModifier::shift | eventModifier::command);
-  EXPECT_EQ(
-      notice(),
-      "Keyboard locked for cleaning — press ⌃⇧⌘U or click the Zephyx menu bar icon to unlock");
+  press(keyU, changed);
+  EXPECT_THAT(notice(), HasSubstr("press ⌃⇧⌘U or click"));
+  desktop.keyboard.repeat(keyU, changed);
+  desktop.dispatch.settle();
+  EXPECT_TRUE(keysAreTaken()) << "it only stays down";
   press(keyK, lockModifiers);
   EXPECT_TRUE(keysAreTaken());
-  press(keyU, eventModifier::control | eventModifier::shift | eventModifier::command);
+  press(keyU, changed);
   EXPECT_FALSE(keysAreTaken());
   EXPECT_EQ(keyboardRow().subtitle(), "⌃⇧⌘U");
 }
@@ -148,31 +134,24 @@ TEST_F(InputLockTest, ALockedTrackpadLeavesTheKeyboardAndItsHotkey) {
 }
 
 TEST_F(InputLockTest, TheMenuLocksAndUnlocksAndClosesForIt) {
-  statusItem().openMenu();
-  keyboardRow().toggle()->toggle();
+  toggleRow();
   EXPECT_FALSE(statusItem().menuIsOpen());
   EXPECT_FALSE(keysAreTaken());
   desktop.dispatch.settle();
   EXPECT_TRUE(keysAreTaken());
-  statusItem().openMenu();
-  ASSERT_TRUE(statusItem().choose("toggleTrackpadLock"));
-  desktop.dispatch.settle();
+  chooseTrackpad();
   EXPECT_TRUE(keysAreTaken());
   EXPECT_FALSE(mouseIsTaken());
-  statusItem().openMenu();
-  keyboardRow().toggle()->toggle();
+  toggleRow();
   desktop.dispatch.settle();
   expectUnlocked();
-  statusItem().openMenu();
-  ASSERT_TRUE(statusItem().choose("toggleTrackpadLock"));
-  desktop.dispatch.settle();
+  chooseTrackpad();
   EXPECT_TRUE(mouseIsTaken());
 }
 
 TEST_F(InputLockTest, WithoutPermissionTheUserIsToldWhereToGiveIt) {
   desktop.accessibility.setTrusted(false);
-  statusItem().openMenu();
-  keyboardRow().toggle()->toggle();
+  toggleRow();
   desktop.dispatch.settle();
   expectUnlocked();
   const auto alert = desktop.alerts.shown();
@@ -185,9 +164,9 @@ TEST_F(InputLockTest, WithoutPermissionTheUserIsToldWhereToGiveIt) {
   pressHotkey(HotkeyID::trackpadLock);
   desktop.alerts.press(0);
   desktop.dispatch.settle();
-  EXPECT_THAT(desktop.workspace.openedUrls(),
-              ElementsAre(
-                  "x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
+  EXPECT_THAT(
+      desktop.workspace.openedUrls(),
+      ElementsAre("x-apple.systempreferences:com.apple.preference.security?Privacy_Accessibility"));
   expectUnlocked();
 
   // Where nobody can give it, the user is not sent to look for it.

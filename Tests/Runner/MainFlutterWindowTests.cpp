@@ -11,21 +11,6 @@ class MainFlutterWindowTest : public HostTest {
   void SetUp() override { launch(); }
 };
 
-TEST_F(MainFlutterWindowTest, IsABorderlessLookingFloatingWindowOnTheMainEngine) {
-  const auto& c = mainWindow().configuration();
-  EXPECT_EQ(c.kind, WindowKind::window);
-  EXPECT_EQ(c.styleMask & 0x8000u, 0x8000u);
-  EXPECT_TRUE(c.titlebarAppearsTransparent && c.titleHidden && c.standardButtonsHidden);
-  EXPECT_EQ(c.minimumSize, (Size{900, 600}));
-  EXPECT_EQ(c.level, 25);
-  EXPECT_EQ(c.collectionBehavior, 346u);
-  EXPECT_TRUE(c.movableByWindowBackground);
-  const auto engine = desktop.engines.engine("default");
-  EXPECT_EQ(engine->entryPoint(), "main");
-  EXPECT_TRUE(engine->hasPlugins);
-  EXPECT_EQ(mainWindow().content()->engine(), engine);
-}
-
 TEST_F(MainFlutterWindowTest, HidesWhenAnotherApplicationTakesTheKeyboardButNotForThePanel) {
   ignoreLog("[Clipboard]");
   pressHotkey(HotkeyID::clipboardPanel);
@@ -46,47 +31,32 @@ TEST_F(MainFlutterWindowTest, StaysWhenItHasTheKeyboardBackAtOnce) {
 }
 
 TEST_F(MainFlutterWindowTest, WaitsBehindAFileDialogAndComesBack) {
+  for (const std::function<void()>& meanwhile :
+       {std::function<void()>([] {}), {[this] { desktop.workspace.bringToFront(editor); }}}) {
+    desktop.application.openSavePanel();
+    desktop.dispatch.settle();
+    EXPECT_TRUE(mainWindow().isVisible());
+    desktop.dispatch.advance(2.05);
+    EXPECT_FALSE(mainWindow().isKeyWindow());
+    EXPECT_EQ(mainWindow().configuration().level, 0);
+    meanwhile();
+    desktop.application.closeSavePanel();
+    desktop.dispatch.advance(0.3);
+    EXPECT_EQ(mainWindow().configuration().level, 25);
+    EXPECT_TRUE(mainWindow().isKeyWindow());
+  }
   desktop.application.openSavePanel();
   desktop.dispatch.settle();
-  EXPECT_TRUE(mainWindow().isVisible());
-  EXPECT_EQ(mainWindow().configuration().level, 0);
-  desktop.dispatch.advance(2.05);
-  EXPECT_FALSE(mainWindow().isKeyWindow());
-  EXPECT_EQ(mainWindow().configuration().level, 0);
-  desktop.application.closeSavePanel();
-  desktop.dispatch.advance(0.3);
-  EXPECT_EQ(mainWindow().configuration().level, 25);
-  EXPECT_TRUE(mainWindow().isKeyWindow());
-}
-
-TEST_F(MainFlutterWindowTest, ComesBackAlsoWhenTheUserWentElsewhereMeanwhile) {
-  desktop.application.openSavePanel();
-  desktop.dispatch.settle();
-  desktop.workspace.bringToFront(editor);
-  desktop.application.closeSavePanel();
-  desktop.dispatch.advance(0.3);
-  EXPECT_TRUE(mainWindow().isKeyWindow());
-}
-
-TEST_F(MainFlutterWindowTest, BecomingKeyRestoresItsLevel) {
-  desktop.application.openSavePanel();
-  desktop.dispatch.settle();
-  EXPECT_EQ(mainWindow().configuration().level, 0);
   desktop.application.closeSavePanel();
   mainWindow().makeKeyAndOrderFront();
-  EXPECT_EQ(mainWindow().configuration().level, 25);
+  EXPECT_EQ(mainWindow().configuration().level, 25) << "at once, when it is given the keyboard";
   desktop.dispatch.advance(1);
 }
 
 TEST_F(MainFlutterWindowTest, ControlArrowHidesItAndEveryKeyGoesOn) {
-  struct Case {
-    std::uint16_t keyCode;
-    std::uint64_t modifiers;
-    bool hides;
-  };
   constexpr std::uint16_t upArrow = 126;
   constexpr std::uint16_t downArrow = 125;
-  const std::vector<Case> cases = {
+  const std::tuple<std::uint16_t, std::uint64_t, bool> cases[] = {
       {keyCode::leftArrow, eventModifier::control, true},
       {keyCode::rightArrow, eventModifier::control, true},
       {keyCode::rightArrow, eventModifier::control | eventModifier::shift, true},
@@ -116,12 +86,7 @@ TEST_F(MainFlutterWindowTest, AnswersItsMethods) {
   const auto badUrl = [](const Value& arguments) {
     return MethodReply(MethodError{"BAD_ARGS", "openUrl requiere una URL válida", arguments});
   };
-  struct Case {
-    const char* method;
-    Value arguments;
-    MethodReply reply;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<const char*, Value, MethodReply> cases[] = {
       {"openUrl", "https://example.org/a?b=c", Value()},
       {"openUrl", "mailto:someone@example.org", Value()},
       {"openUrl", "", badUrl("")},
