@@ -74,6 +74,11 @@ class InputLockTest : public HostTest {
   }
 };
 
+TEST_F(InputLockTest, TakesOutEveryKindOfEventOfItsTarget) {
+  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::keyboard), 0x5C00u);
+  EXPECT_EQ(InputLockController::eventMask(InputLockTarget::trackpad), 0x0E4000FEu);
+}
+
 TEST_F(InputLockTest, ALockedKeyboardOpensOnlyWithExactlyItsOwnCombination) {
   const std::tuple<std::uint16_t, std::uint64_t, bool> cases[] = {
       {keyK, lockModifiers, true},

@@ -15,15 +15,6 @@ class QuickLookCoordinatorTest : public HostTest {
   int closings_ = 0;
 };
 
-TEST_F(QuickLookCoordinatorTest, HasNoItemUntilAFileIsPresented) {
-  EXPECT_EQ(coordinator().numberOfPreviewItems(), 0);
-  EXPECT_EQ(coordinator().previewItemAt(0), std::nullopt);
-  coordinator().present("file:///a.png");
-  EXPECT_EQ(coordinator().numberOfPreviewItems(), 1);
-  EXPECT_EQ(coordinator().previewItemAt(7), "file:///a.png");
-  EXPECT_EQ(desktop.previewPanel.shownItem(), "file:///a.png");
-}
-
 TEST_F(QuickLookCoordinatorTest, StaysAboveTheFloatingPanelsAlsoOnceItIsOnScreen) {
   coordinator().present("file:///a.png");
   EXPECT_EQ(desktop.previewPanel.levels().size(), 2u);

@@ -1,29 +1,11 @@
-#include <algorithm>
-
 #include "Platform/Label.h"
 #include "Runner/StatRingView.h"
 #include "Runner/SystemMonitorMenuView.h"
 #include "Tests/Runner/HostTest.h"
+#include "Tests/Runner/RecordingPeer.h"
 
 namespace zephyx {
 namespace {
-
-/// Counts what would be drawn or shown anew.
-class CountingPeer final : public ViewPeer {
- public:
-  explicit CountingPeer(View& view) : registration_(view.attachPeer(*this)) {}
-
-  void frameDidChange() override { ++changes; }
-  void childrenDidChange() override { ++changes; }
-  void propertiesDidChange() override { ++changes; }
-  void alphaDidChange(const std::optional<Animation>&) override { ++changes; }
-  void setNeedsDisplay() override { ++changes; }
-
-  int changes = 0;
-
- private:
-  Registration registration_;
-};
 
 class SystemMonitorTest : public HostTest {
  protected:
@@ -100,20 +82,15 @@ TEST_F(SystemMonitorTest, TheFirstTemperatureAddsAFourthRingAndCentresTheRowAgai
   view().setFrame({{0, 0}, {400, 84}});
   EXPECT_THAT(places(), ElementsAre(56, 132, 208, 284));
 
-  const struct {
-    double celsius;
-    const char* text;
-    Color color;
-  } cases[] = {{69.4, "69°C", color::systemGreen},
-               {72, "72°C", color::systemYellow},
-               {90, "90°C", color::systemRed},
-               {104.6, "105°C", color::systemRed}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.celsius);
-    setTemperature(each.celsius);
+  for (const auto& [celsius, text, color] : {std::tuple{69.4, "69°C", color::systemGreen},
+                                             {72, "72°C", color::systemYellow},
+                                             {90, "90°C", color::systemRed},
+                                             {104.6, "105°C", color::systemRed}}) {
+    SCOPED_TRACE(celsius);
+    setTemperature(celsius);
     desktop.dispatch.advance(1);
-    EXPECT_EQ(ring("TEMP").valueText(), each.text);
-    EXPECT_EQ(ring("TEMP").color(), each.color);
+    EXPECT_EQ(ring("TEMP").valueText(), text);
+    EXPECT_EQ(ring("TEMP").color(), color);
   }
   EXPECT_EQ(ring("TEMP").progress(), 1);
   desktop.temperatureSensors.sensors.clear();
@@ -165,25 +142,25 @@ TEST_F(SystemMonitorTest, WhatLooksTheSameIsNotDrawnAgain) {
   desktop.hostStatistics.setProcessorLoad(0.25);
   statusItem().openMenu();
   desktop.dispatch.advance(1);
-  std::vector<std::unique_ptr<CountingPeer>> peers;
+  std::vector<std::unique_ptr<RecordingPeer>> peers;
   for (const auto& each : view().visibleRings()) {
-    peers.push_back(std::make_unique<CountingPeer>(*each));
+    peers.push_back(std::make_unique<RecordingPeer>(*each));
     for (const auto& child : each->children()) {
-      peers.push_back(std::make_unique<CountingPeer>(*child));
+      peers.push_back(std::make_unique<RecordingPeer>(*child));
     }
   }
   const auto changes = [&] {
-    int sum = 0;
-    for (const auto& peer : peers) sum += std::exchange(peer->changes, 0);
+    std::size_t sum = 0;
+    for (const auto& peer : peers) sum += peer->take().size();
     return sum;
   };
   setTemperature(50.04);
   desktop.hostStatistics.volume->available -= 100'000;
   desktop.dispatch.advance(5);
-  EXPECT_EQ(changes(), 0);
+  EXPECT_EQ(changes(), 0u);
   setTemperature(51);
   desktop.dispatch.advance(1);
-  EXPECT_GT(changes(), 0);
+  EXPECT_GT(changes(), 0u);
 }
 
 class SystemStatsSamplerTest : public testing::Test {
@@ -233,10 +210,7 @@ TEST_F(SystemStatsSamplerTest, MemoryIsThePressureOrElseWhatIsInUse) {
 }
 
 TEST_F(SystemStatsSamplerTest, OnlyPlausibleReadingsFromTheDieCount) {
-  const struct {
-    std::vector<TemperatureReading> readings;
-    std::optional<double> expected;
-  } cases[] = {
+  const std::pair<std::vector<TemperatureReading>, std::optional<double>> cases[] = {
       {{}, std::nullopt},
       {{{"PMU tdie1", 40}, {"PMU tdie2", 50}}, 45},
       {{{"PMU tdie1", 40}, {"PMU tdie2", 0}, {"PMU tdie3", 130}, {"PMU tdie4", -128}}, 40},
@@ -244,9 +218,9 @@ TEST_F(SystemStatsSamplerTest, OnlyPlausibleReadingsFromTheDieCount) {
       {{{"pACC MTR Temp Sensor0", 60}, {"eACC MTR Temp Sensor3", 50}, {"PMU tdev1", 90}}, 55},
       {{{"gas gauge battery", 30}, {"NAND CH0 temp", 35}, {"A PMU tdie", 40}}, std::nullopt},
   };
-  for (const auto& each : cases) {
-    desktop.temperatureSensors.sensors = each.readings;
-    EXPECT_EQ(sampler.sample().temperature, each.expected);
+  for (const auto& [readings, expected] : cases) {
+    desktop.temperatureSensors.sensors = readings;
+    EXPECT_EQ(sampler.sample().temperature, expected);
   }
 }
 

@@ -1,40 +1,18 @@
 #include <gmock/gmock.h>
 
 #include <functional>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "Platform/Label.h"
 #include "Platform/PushButton.h"
 #include "Platform/Slider.h"
 #include "Platform/Switch.h"
-#include "Platform/View.h"
+#include "Tests/Runner/RecordingPeer.h"
 
 namespace zephyx {
 namespace {
 
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-class RecordingPeer final : public ViewPeer {
- public:
-  explicit RecordingPeer(View& view) : registration_(view.attachPeer(*this)) {}
-
-  void frameDidChange() override { log_.push_back("frame"); }
-  void childrenDidChange() override { log_.push_back("children"); }
-  void propertiesDidChange() override { log_.push_back("properties"); }
-  void alphaDidChange(const std::optional<Animation>& animation) override {
-    log_.push_back(animation ? "alpha animated" : "alpha");
-  }
-  void setNeedsDisplay() override { log_.push_back("display"); }
-
-  std::vector<std::string> take() { return std::exchange(log_, {}); }
-
- private:
-  std::vector<std::string> log_;
-  Registration registration_;
-};
 
 /// Lines its children up, and can be told to do something meanwhile.
 class Row final : public View {
