@@ -4,8 +4,6 @@
 
 #include "Platform/Label.h"
 #include "Platform/PushButton.h"
-#include "Platform/Slider.h"
-#include "Platform/Switch.h"
 #include "Tests/Runner/RecordingPeer.h"
 
 namespace zephyx {
@@ -77,17 +75,6 @@ TEST(ViewTest, ItsPeerHearsEachChangeOnce) {
   }
 }
 
-TEST(ViewTest, ANewPeerStaysWhenTheOneBeforeItGoes) {
-  View view;
-  auto before = std::make_unique<RecordingPeer>(view);
-  RecordingPeer now(view);
-  view.setHidden(true);
-  EXPECT_THAT(before->take(), IsEmpty());
-  before.reset();
-  view.setHidden(false);
-  EXPECT_THAT(now.take(), ElementsAre("properties", "properties"));
-}
-
 TEST(ViewTest, AChildHasOneParentAndOutlivesIt) {
   auto first = std::make_unique<View>();
   View second;
@@ -136,42 +123,6 @@ TEST(ViewTest, ChildrenMayGoWhileTheyAreLaidOutOrUsed) {
   button.reset();
   EXPECT_EQ(clicks, 1);
   EXPECT_TRUE(remains.expired());
-}
-
-TEST(ViewTest, ControlsTellTheirOwnerWhatTheUserDoesAndNothingElse) {
-  PushButton button("Connect");
-  Switch lock;
-  Slider brightness;
-  std::vector<std::string> log;
-  button.onClick = [&] { log.push_back("click"); };
-  lock.onToggle = [&] { log.push_back(lock.isOn() ? "on" : "off"); };
-  brightness.onChange = [&](double value) {
-    log.push_back(std::to_string(static_cast<int>(value * 100)));
-  };
-
-  lock.setOn(true);
-  brightness.setValue(0.5);
-  brightness.setValue(7);
-  EXPECT_EQ(brightness.value(), 1);
-  EXPECT_THAT(log, IsEmpty());
-
-  button.click();
-  lock.toggle();
-  brightness.move(0.25);
-  brightness.move(0.25);
-  brightness.move(-1);
-  EXPECT_THAT(log, ElementsAre("click", "off", "25", "0"));
-
-  log.clear();
-  button.setEnabled(false);
-  lock.setEnabled(false);
-  brightness.setEnabled(false);
-  button.click();
-  lock.toggle();
-  brightness.move(0.75);
-  EXPECT_THAT(log, IsEmpty());
-  EXPECT_FALSE(lock.isOn());
-  EXPECT_EQ(brightness.value(), 0);
 }
 
 }  // namespace
