@@ -3,7 +3,6 @@
 #include <cstdlib>
 #include <ctime>
 #include <limits>
-#include <string>
 
 #include "Runner/AgentUsageText.h"
 #include "Tests/Runner/FakeUsageProvider.h"
@@ -11,23 +10,14 @@
 namespace zephyx {
 namespace {
 
+/// Where clocks are two and a half hours ahead.
 class AgentUsageTextTest : public testing::Test {
  protected:
-  AgentUsageTextTest() { setTimeZone("ZONE-02:30"); }
-  ~AgentUsageTextTest() override {
-    if (before_.empty()) {
-      unsetenv("TZ");
-    } else {
-      setTimeZone(before_.c_str());
-    }
-  }
-  static void setTimeZone(const char* name) {
-    setenv("TZ", name, 1);
+  AgentUsageTextTest() {
+    setenv("TZ", "ZONE-02:30", 1);
     tzset();
   }
-
- private:
-  std::string before_ = std::getenv("TZ") ? std::getenv("TZ") : "";
+  ~AgentUsageTextTest() override { unsetenv("TZ"); }
 };
 
 TEST_F(AgentUsageTextTest, LinesNameThePercentAndTheTimeWhereTheUserIs) {
@@ -49,17 +39,14 @@ TEST_F(AgentUsageTextTest, LinesNameThePercentAndTheTimeWhereTheUserIs) {
 
 TEST_F(AgentUsageTextTest, TokensAreCountedInThousandsAndMillions) {
   constexpr std::int64_t most = std::numeric_limits<std::int64_t>::max();
-  const struct {
-    ModelUsage model;
-    const char* text;
-  } cases[] = {
+  const std::pair<ModelUsage, const char*> cases[] = {
       {{"", 0, 0, 0, 0}, "0 in · 0 out"},
       {{"", 999, 1000, 0, 0}, "999 in · 1.0K out"},
       {{"", 400, 2'500'000, 300, 300}, "1.0K in · 2.5M out"},
       {{"", 1'050, 999'999, 0, 0}, "1.1K in · 1000.0K out"},
       {{"", most, 1'000'000, most, most}, "27670116110564.3M in · 1.0M out"},
   };
-  for (const auto& each : cases) EXPECT_EQ(agentUsageText::tokens(each.model), each.text);
+  for (const auto& [model, text] : cases) EXPECT_EQ(agentUsageText::tokens(model), text);
 }
 
 }  // namespace

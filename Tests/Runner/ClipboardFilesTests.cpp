@@ -81,13 +81,7 @@ TEST_F(ClipboardFilesTest, APictureIsStoredAsPngWithAThumbnailUnderOneIdentifier
 }
 
 TEST_F(ClipboardFilesTest, ThumbnailsCountInPointsAndNeverGrow) {
-  struct Case {
-    PixelSize pixels;
-    int dotsPerInch;
-    double backingScale;
-    PixelSize thumbnail;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<PixelSize, int, double, PixelSize> cases[] = {
       {{100, 50}, 72, 1, {100, 50}},    {{240, 240}, 72, 1, {240, 240}},
       {{1000, 4000}, 72, 1, {60, 240}}, {{480, 240}, 144, 1, {480, 240}},
       {{960, 480}, 144, 1, {240, 120}}, {{4000, 1000}, 72, 2, {480, 120}},

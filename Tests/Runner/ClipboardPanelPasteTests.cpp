@@ -8,12 +8,18 @@ namespace {
 const MethodReply pasted = Value("pasted");
 
 /// What the panel puts on the pasteboard, previews and pastes.
-class ClipboardPanelPasteTest : public OpenPanelTest {};
+class ClipboardPanelPasteTest : public OpenPanelTest {
+ protected:
+  std::string writeBlob() {
+    const auto path = desktop.directories.home() + "/blob.png";
+    std::ofstream(path, std::ios::binary) << "SIMPNG 30 20 72\n";
+    return path;
+  }
+};
 
 TEST_F(ClipboardPanelPasteTest, PutsEntriesBackOnThePasteboard) {
-  const auto blob = desktop.directories.home() + "/blob.png";
+  const auto blob = writeBlob();
   const auto picture = SimulatedImages::encoded({30, 20});
-  std::ofstream(blob, std::ios::binary).write("SIMPNG 30 20 72\n", 16);
   const auto noise = desktop.directories.home() + "/noise.png";
   std::ofstream(noise) << "noise";
 
@@ -21,12 +27,7 @@ TEST_F(ClipboardPanelPasteTest, PutsEntriesBackOnThePasteboard) {
   const char* const fileUrl = "public.file-url";
   const char* const url = "public.url";
   const char* const text = "public.utf8-plain-text";
-  struct Case {
-    const char* name;
-    Map entry;
-    Items expected;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<const char*, Map, Items> cases[] = {
       {"text", Map{{"type", "text"}, {"text", "héllo"}}, {{text, "héllo"}}},
       {"no type", Map{{"text", "plain"}}, {{text, "plain"}}},
       {"type of another kind", Map{{"type", 3}, {"text", "plain"}}, {{text, "plain"}}},
@@ -71,8 +72,7 @@ TEST_F(ClipboardPanelPasteTest, PutsEntriesBackOnThePasteboard) {
 }
 
 TEST_F(ClipboardPanelPasteTest, ALaterEntryIsNotReplacedByAPictureThatTookItsTime) {
-  const auto blob = desktop.directories.home() + "/blob.png";
-  std::ofstream(blob, std::ios::binary).write("SIMPNG 30 20 72\n", 16);
+  const auto blob = writeBlob();
   const auto picture =
       panelScreen().send("clipboardSetPasteboard", Map{{"type", "image"}, {"imageBlobPath", blob}});
   const auto text = panelScreen().send("clipboardSetPasteboard", Map{{"text", "later"}});
@@ -116,17 +116,6 @@ TEST_F(ClipboardPanelPasteTest, PastesIntoTheNotesEditorThroughItsChannel) {
   EXPECT_THAT(desktop.keyboard.posted(), IsEmpty());
 }
 
-TEST_F(ClipboardPanelPasteTest, AnswersWhenTheTargetNeverComesForward) {
-  ignoreLog("[PasteBack]");
-  editor->comesForwardAtRequest.reset();
-  const auto reply = panelScreen().send("clipboardPaste", Map{});
-  desktop.dispatch.advance(1.2);
-  EXPECT_FALSE(reply->has_value());
-  desktop.dispatch.advance(0.2);
-  EXPECT_THAT(*reply, Optional(pasted));
-  EXPECT_THAT(desktop.keyboard.posted(), IsEmpty());
-}
-
 TEST_F(ClipboardPanelPasteTest, WithoutThePermissionNothingHappens) {
   desktop.accessibility.setTrusted(false);
   EXPECT_EQ(call("clipboardPaste", Map{}), MethodReply(Value("notTrusted")));
@@ -138,10 +127,8 @@ TEST_F(ClipboardPanelPasteTest, WithoutThePermissionNothingHappens) {
 
 TEST_F(ClipboardPanelPasteTest, TheEndOfTheHostDropsWhatIsStillToBeAnswered) {
   ignoreLog("[");
-  std::ofstream(desktop.directories.home() + "/blob.png") << "SIMPNG 3 2 72";
-  const auto write = panelScreen().send(
-      "clipboardSetPasteboard",
-      Map{{"type", "image"}, {"imageBlobPath", desktop.directories.home() + "/blob.png"}});
+  const auto write = panelScreen().send("clipboardSetPasteboard",
+                                        Map{{"type", "image"}, {"imageBlobPath", writeBlob()}});
   const auto paste = panelScreen().send("clipboardPaste", Map{});
   desktop.dispatch.runUntil([this] { return !panel().isVisible(); }, 1);
   endHost();
@@ -150,29 +137,45 @@ TEST_F(ClipboardPanelPasteTest, TheEndOfTheHostDropsWhatIsStillToBeAnswered) {
 }
 
 TEST_F(ClipboardPanelPasteTest, APreviewKeepsThePanelUpAndGivesTheKeyboardBack) {
-  EXPECT_EQ(call("clipboardQuickLook", "/tmp/a b.png"), nil);
-  EXPECT_TRUE(desktop.previewPanel.isVisible());
-  EXPECT_EQ(desktop.previewPanel.shownItem(), "file:///tmp/a%20b.png");
-  EXPECT_TRUE(panel().isVisible());
-  EXPECT_FALSE(panel().isKeyWindow());
-
-  EXPECT_EQ(call("clipboardQuickLook", "/tmp/b.png"), nil);
-  EXPECT_EQ(desktop.previewPanel.shownItem(), "file:///tmp/b.png");
-  EXPECT_EQ(desktop.previewPanel.openings(), 1);
-
-  desktop.keyboard.press(keyCode::space, 0);
-  EXPECT_FALSE(desktop.previewPanel.isVisible());
-  EXPECT_TRUE(panel().isKeyWindow());
-  EXPECT_NE(panel().firstResponderDescription(), "nil");
+  auto& preview = desktop.previewPanel;
+  const std::function<void()> ends[] = {[&] { desktop.keyboard.press(keyCode::space, 0); },
+                                        [&] { desktop.keyboard.press(keyCode::escape, 0); },
+                                        [&] { preview.closeByUser(); },
+                                        [&] { preview.closeByUser(); }};
+  int openings = 0;
+  for (const auto& end : ends) {
+    EXPECT_EQ(call("clipboardQuickLook", "/tmp/a b.png"), nil);
+    EXPECT_TRUE(preview.isVisible());
+    EXPECT_EQ(preview.shownItem(), "file:///tmp/a%20b.png");
+    EXPECT_EQ(call("clipboardQuickLook", "/tmp/b.png"), nil);
+    EXPECT_EQ(preview.shownItem(), "file:///tmp/b.png");
+    EXPECT_EQ(preview.openings(), ++openings);
+    EXPECT_TRUE(panel().isVisible());
+    EXPECT_FALSE(panel().isKeyWindow());
+    desktop.keyboard.press(keyCode::leftArrow, 0);
+    EXPECT_FALSE(preview.receive({EventType::leftMouseDown, 0, keyCode::escape}));
+    EXPECT_TRUE(preview.isVisible());
+    end();
+    EXPECT_FALSE(preview.isVisible());
+    EXPECT_TRUE(panel().isKeyWindow());
+    EXPECT_NE(panel().firstResponderDescription(), "nil");
+  }
+  EXPECT_GT(preview.levels().size(), 8u) << "set again once it is on the screen";
+  EXPECT_THAT(preview.levels(), Each(26)) << "above the panel";
   switchToEditor();
   EXPECT_FALSE(panel().isVisible());
 }
 
-TEST_F(ClipboardPanelPasteTest, APreviewThatOutlivesThePanelBringsNothingBack) {
+TEST_F(ClipboardPanelPasteTest, APreviewThatOutlivesThePanelOrTheHostAsksNobody) {
   call("clipboardQuickLook", "/tmp/a.png");
   call("clipboardHidePanel");
   desktop.previewPanel.closeByUser();
   EXPECT_FALSE(panel().isVisible());
+  call("clipboardQuickLook", "/tmp/a.png");
+  endHost();
+  desktop.previewPanel.reloadData();
+  EXPECT_EQ(desktop.previewPanel.shownItem(), std::nullopt);
+  desktop.previewPanel.closeByUser();
 }
 
 }  // namespace

@@ -5,10 +5,6 @@
 namespace zephyx {
 namespace {
 
-MethodReply badArguments(const char* message) {
-  return MethodError{"BAD_ARGS", message, {}};
-}
-
 class ClipboardPanelTest : public OpenPanelTest {
  protected:
   const std::vector<std::shared_ptr<SimulatedVisualEffectView>>& blurs() {
@@ -24,33 +20,12 @@ class ClipboardPanelTest : public OpenPanelTest {
   }
 };
 
-TEST_F(ClipboardPanelTest, IsAFloatingPanelOnItsOwnEngine) {
-  const auto& c = panel().configuration();
-  EXPECT_EQ(c.kind, WindowKind::panel);
-  EXPECT_EQ(c.styleMask, 0u);
-  EXPECT_EQ(c.level, 25);
-  EXPECT_EQ(c.collectionBehavior, 330u);
-  EXPECT_TRUE(c.floatingPanel && c.transparentBackground && c.hasShadow && c.canBecomeKey);
-  EXPECT_FALSE(c.movableByWindowBackground || c.hidesOnDeactivate || c.canBecomeMain);
-  const auto engine = desktop.engines.engine("clipboard_engine");
-  EXPECT_EQ(engine->entryPoint(), "clipboardMain");
-  EXPECT_TRUE(engine->hasPlugins);
-  EXPECT_TRUE(panel().content()->hasTransparentBackground());
-  EXPECT_EQ(panel().content()->engine(), engine);
-}
-
 TEST_F(ClipboardPanelTest, OpensCentredOnThePointersScreen) {
   const Screen main{{{0, 0}, {1440, 900}}, {{0, 0}, {1440, 875}}};
   const Screen second{{{1440, 0}, {1920, 1080}}, {{1440, 70}, {1920, 985}}};
   const Rect onMain{{440, 77.5}, {560, 720}};
   const Rect onSecond{{2120, 202.5}, {560, 720}};
-  struct Case {
-    std::vector<Screen> screens;
-    int mainScreen;
-    Point pointer;
-    Rect expected;
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<std::vector<Screen>, int, Point, Rect> cases[] = {
       {{main, second}, 0, {700, 400}, onMain},    {{main, second}, 0, {1500, 1070}, onSecond},
       {{main, second}, 0, {1440, 500}, onSecond},  // the left edge belongs to a screen
       {{main, second}, 1, {1000, 0}, onSecond},    // the bottom edge does not
@@ -79,12 +54,10 @@ TEST_F(ClipboardPanelTest, ShowingLogsTellsItsEngineAndRemembersTheTarget) {
   EXPECT_THAT(panelScreen().takeCalls(), ElementsAre(MethodCall{"clipboardPanelShown", {}}));
   EXPECT_EQ(monitor().rememberedApp, editor);
   EXPECT_TRUE(panel().isKeyWindow());
-}
-
-TEST_F(ClipboardPanelTest, TheHotkeyPressedAgainKeepsTheTargetBehindThePanel) {
+  EXPECT_EQ(panel().configuration().level, 25);
   pressHotkey(HotkeyID::clipboardPanel);
   takeLog();
-  EXPECT_EQ(monitor().rememberedApp, editor);
+  EXPECT_EQ(monitor().rememberedApp, editor) << "not the panel itself";
 }
 
 TEST_F(ClipboardPanelTest, HidesWhenItLosesTheKeyboardAndOnRequestGivesItBack) {
@@ -107,37 +80,28 @@ TEST_F(ClipboardPanelTest, HidesWhenItLosesTheKeyboardAndOnRequestGivesItBack) {
 }
 
 TEST_F(ClipboardPanelTest, AnswersWrongArgumentsAndUnknownMethods) {
-  const auto noMap = [](const char* method) {
-    return badArguments((std::string(method) + " requiere un mapa").c_str());
+  const auto bad = [](const char* message) -> MethodReply {
+    return MethodError{"BAD_ARGS", message, {}};
   };
-  const auto noString = [](const char* method) {
-    return badArguments((std::string(method) + " requiere un String").c_str());
-  };
-  const auto badUrl = badArguments("openUrl requiere una URL válida");
-  struct Case {
-    const char* method;
-    Value arguments;
-    MethodReply reply;
-  };
-  const std::vector<Case> cases = {
-      {"clipboardSetPasteboard", "text", noMap("clipboardSetPasteboard")},
-      {"clipboardSetPasteboard", {}, noMap("clipboardSetPasteboard")},
-      {"clipboardPaste", List{}, noMap("clipboardPaste")},
-      {"clipboardShowInFinder", Map{}, noString("clipboardShowInFinder")},
-      {"clipboardQuickLook", std::int32_t{1}, noString("clipboardQuickLook")},
-      {"clipboardOpenUrl", std::int64_t{1} << 40, badUrl},
-      {"openUrl", std::int32_t{5}, badUrl},
-      {"openUrl", "no url", badUrl},
+  const auto frames = [](const Map& arguments) { return Value(arguments); };
+  const std::tuple<const char*, Value, MethodReply> cases[] = {
+      {"clipboardSetPasteboard", "text", bad("clipboardSetPasteboard requiere un mapa")},
+      {"clipboardSetPasteboard", {}, bad("clipboardSetPasteboard requiere un mapa")},
+      {"clipboardPaste", List{}, bad("clipboardPaste requiere un mapa")},
+      {"clipboardShowInFinder", Map{}, bad("clipboardShowInFinder requiere un String")},
+      {"clipboardQuickLook", 1, bad("clipboardQuickLook requiere un String")},
+      {"clipboardOpenUrl", std::int64_t{1} << 40, bad("openUrl requiere una URL válida")},
+      {"openUrl", 5, bad("openUrl requiere una URL válida")},
+      {"openUrl", "no url", bad("openUrl requiere una URL válida")},
       {"clipboardUpdateCardFrames", "wrong", nil},
-      {"clipboardUpdateCardFrames", Map{{"rects", "wrong"}, {"cornerRadius", 1.0}}, nil},
-      {"clipboardUpdateCardFrames", Map{{"rects", List{}}}, nil},
-      {"clipboardUpdateCardFrames", Map{{"rects", List{}}, {"cornerRadius", "8"}}, nil},
+      {"clipboardUpdateCardFrames", frames({{"rects", "wrong"}, {"cornerRadius", 1.0}}), nil},
+      {"clipboardUpdateCardFrames", frames({{"rects", List{}}}), nil},
+      {"clipboardUpdateCardFrames", frames({{"rects", List{}}, {"cornerRadius", "8"}}), nil},
       {"clipboardpaste", Map{}, NotImplemented()},
       {"quit", {}, NotImplemented()},
   };
   for (const auto& [method, arguments, reply] : cases) {
-    SCOPED_TRACE(method);
-    EXPECT_EQ(call(method, arguments), reply);
+    EXPECT_EQ(call(method, arguments), reply) << method;
   }
   EXPECT_TRUE(panel().isVisible());
   EXPECT_THAT(blurs(), IsEmpty());
