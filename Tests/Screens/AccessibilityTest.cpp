@@ -25,7 +25,7 @@ void PrintTo(const Scene& scene, std::ostream* stream) {
 }
 
 MainScreenController& mainScreen(TestWorld& world) {
-  return *qobject_cast<MainScreenController*>(world.program()->controller());
+  return *world.controller<MainScreenController>();
 }
 
 void copyOneOfEach(TestWorld& world) {
@@ -63,8 +63,9 @@ void showSettings(TestWorld& world) {
       {"id", 5}, {"keyCode", 3}, {"modifiers", 0x900}, {"display", "⌥⌘F"}, {"isDefault", false}}});
   world.replies["agentsVisibilityGet"] =
       Value(List{Map{{"id", "gemini"}, {"name", "Gemini CLI"}, {"visible", false}}});
-  world.defaults.strings["flutter.localShortcut.openSettings.v1"] =
-      R"({"keyChar":"k","meta":false,"control":true,"alt":false,"shift":false})";
+  world.defaults.setString(
+      "flutter.localShortcut.openSettings.v1",
+      R"({"keyChar":"k","meta":false,"control":true,"alt":false,"shift":false})");
   mainScreen(world).setShowsSettings(true);
 }
 

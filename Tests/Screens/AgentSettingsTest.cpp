@@ -21,9 +21,7 @@ class AgentSettingsTest : public testing::Test {
     EXPECT_TRUE(waitFor([&] { return agents()->rowCount() == 2; }));
     world.settlePicture();
   }
-  AgentSettings* agents() {
-    return qobject_cast<MainScreenController*>(world.program()->controller())->agents();
-  }
+  AgentSettings* agents() { return world.controller<MainScreenController>()->agents(); }
   QVariant data(int row, AgentSettings::Role role) { return agents()->index(row).data(role); }
   /// Goes through the page with Tab until the switch of an agent has the keyboard.
   bool tabTo(const QString& name) {

@@ -170,11 +170,7 @@ TEST_F(ClipboardStoreTest, FindsInAnyCaseWhatTheRowStandsFor) {
   insertText(std::string(50'000, '.') + "Needle");
   ASSERT_TRUE(store().setPinned(pinned, true));
 
-  struct Case {
-    ClipboardQuery query;
-    std::size_t found;
-  };
-  const Case cases[] = {
+  const std::pair<ClipboardQuery, std::size_t> cases[] = {
       {{.text = "EXAMPLE"}, 1},
       {{.text = "browser"}, 1},
       {{.text = "änne"}, 1},

@@ -26,9 +26,7 @@ class HotkeySettingsTest : public testing::Test {
     world.call("openSettings");
     EXPECT_TRUE(waitFor([&] { return hotkeys()->rowCount() == 3; }));
   }
-  MainScreenController* screen() {
-    return qobject_cast<MainScreenController*>(world.program()->controller());
-  }
+  MainScreenController* screen() { return world.controller<MainScreenController>(); }
   HotkeySettings* hotkeys() { return screen()->hotkeys(); }
   QVariant data(int row, HotkeySettings::Role role) { return hotkeys()->index(row).data(role); }
   QString keys(int row) { return data(row, HotkeySettings::keysRole).toStringList().join(' '); }

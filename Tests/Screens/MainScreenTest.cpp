@@ -16,9 +16,7 @@ namespace {
 
 class MainScreenTest : public testing::Test {
  protected:
-  MainScreenController* screen() {
-    return qobject_cast<MainScreenController*>(world.program()->controller());
-  }
+  MainScreenController* screen() { return world.controller<MainScreenController>(); }
   void write(const QString& text) {
     screen()->newNote();
     screen()->setText(text);
@@ -240,7 +238,7 @@ TEST_F(MainScreenTest, AnswersTheHostsOtherMessages) {
   for (const Value& id : {Value(2), Value(std::int64_t{2}), Value("2"), Value()})
     EXPECT_EQ(world.call("shortcutUsed", Map{{"id", id}}), MethodReply(Value()));
   EXPECT_EQ(world.call("shortcutUsed", 2), MethodReply(Value()));
-  EXPECT_EQ(world.defaults.strings["flutter.shortcutUse.2"], "2");
+  EXPECT_EQ(world.defaults.string("flutter.shortcutUse.2"), "2");
   EXPECT_EQ(world.call("telemetryEvent", Map{{"name", "x"}}), MethodReply(Value()));
   EXPECT_EQ(world.call("nothingKnown"), MethodReply(NotImplemented{}));
   screen()->quit();
@@ -248,21 +246,21 @@ TEST_F(MainScreenTest, AnswersTheHostsOtherMessages) {
 }
 
 TEST_F(MainScreenTest, KeepsSettingsInTheSharedPreferences) {
-  auto& strings = world.defaults.strings;
+  const std::string key = "flutter.localShortcut.openSettings.v1";
   auto& settings = *screen()->settings();
   EXPECT_EQ(settings.historyLimit(), 500);
   settings.setHistoryLimit(2);
   EXPECT_EQ(settings.historyLimit(), ScreenSettings::minimumHistoryLimit);
-  strings["flutter.clipboardHistoryLimit"] = "many";
+  world.defaults.setString("flutter.clipboardHistoryLimit", "many");
   EXPECT_EQ(settings.historyLimit(), 500);
 
   EXPECT_TRUE(settings.isSettingsShortcut(Qt::Key_Comma, Qt::MetaModifier));
   EXPECT_FALSE(settings.recordSettingsShortcut(Qt::Key_K, Qt::ShiftModifier));
   EXPECT_FALSE(settings.recordSettingsShortcut(Qt::Key_Control, Qt::ControlModifier));
-  EXPECT_TRUE(strings["flutter.localShortcut.openSettings.v1"].empty());
+  EXPECT_EQ(world.defaults.string(key), std::nullopt);
   ASSERT_TRUE(settings.recordSettingsShortcut(
       Qt::Key_K, static_cast<int>(Qt::MetaModifier | Qt::ShiftModifier)));
-  EXPECT_EQ(strings["flutter.localShortcut.openSettings.v1"],
+  EXPECT_EQ(world.defaults.string(key),
             R"({"alt":false,"control":false,"keyChar":"k","meta":true,"shift":true})");
   EXPECT_EQ(settings.settingsShortcut(), "Super+Shift+K");
 
@@ -273,7 +271,7 @@ TEST_F(MainScreenTest, KeepsSettingsInTheSharedPreferences) {
   world.press(Qt::Key_Escape);
   EXPECT_FALSE(screen()->showsSettings());
   settings.clearSettingsShortcut();
-  EXPECT_FALSE(strings.contains("flutter.localShortcut.openSettings.v1"));
+  EXPECT_EQ(world.defaults.string(key), std::nullopt);
 }
 
 }  // namespace

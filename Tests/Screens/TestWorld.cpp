@@ -11,12 +11,6 @@
 #include "Channel/StandardMethodCodec.h"
 
 namespace zephyx {
-namespace {
-
-constexpr auto channelName = "com.zephyx.app/menu";
-
-}  // namespace
-
 bool waitFor(const std::function<bool()>& condition) {
   const QDeadlineTimer deadline(5000);
   while (!condition()) {
@@ -26,23 +20,18 @@ bool waitFor(const std::function<bool()>& condition) {
   return true;
 }
 
-std::optional<std::string> TestDefaults::string(const std::string& key) const {
-  const auto found = strings.find(key);
-  return found == strings.end() ? std::nullopt : std::optional(found->second);
-}
-
-TestWorld::TestWorld(std::string entryPoint)
-    : directories_(directory_.path().toStdString()), entryPoint_(std::move(entryPoint)) {
+TestWorld::TestWorld(std::string entryPoint) : entryPoint_(std::move(entryPoint)) {
   TestMessenger::join(host_, screen_);
-  handler_ = host_->setMessageHandler(channelName, [this](BytesView bytes, BinaryReply reply) {
-    const auto call = StandardMethodCodec::decodeCall(bytes);
-    ASSERT_TRUE(call);
-    calls.push_back(*call);
-    if (const auto open = unanswered.find(std::string(call->method)); open != unanswered.end())
-      return open->second.push_back(std::move(reply));
-    const auto answer = replies.find(std::string(call->method));
-    reply(StandardMethodCodec::encodeReply(answer == replies.end() ? Value() : answer->second));
-  });
+  handler_ =
+      host_->setMessageHandler(screenChannelName, [this](BytesView bytes, BinaryReply reply) {
+        const auto call = StandardMethodCodec::decodeCall(bytes);
+        ASSERT_TRUE(call);
+        calls.push_back(*call);
+        if (const auto open = unanswered.find(std::string(call->method)); open != unanswered.end())
+          return open->second.push_back(std::move(reply));
+        const auto answer = replies.find(std::string(call->method));
+        reply(StandardMethodCodec::encodeReply(answer == replies.end() ? Value() : answer->second));
+      });
   startProgram();
 }
 
@@ -73,7 +62,7 @@ void TestWorld::stopProgram() {
 
 MethodReply TestWorld::call(std::string_view method, const Value& arguments) {
   std::optional<MethodReply> end;
-  host_->send(channelName, StandardMethodCodec::encodeCall(method, arguments),
+  host_->send(screenChannelName, StandardMethodCodec::encodeCall(method, arguments),
               [&](BytesView bytes) { end = StandardMethodCodec::decodeReply(bytes); });
   EXPECT_TRUE(waitFor([&] { return end.has_value(); })) << method;
   return end.value_or(NotImplemented{});

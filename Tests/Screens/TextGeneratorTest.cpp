@@ -15,9 +15,7 @@ class TextGeneratorTest : public testing::Test {
  protected:
   TextGeneratorTest() { screen()->server()->setAddress(server.address()); }
 
-  MainScreenController* screen() {
-    return qobject_cast<MainScreenController*>(world.program()->controller());
-  }
+  MainScreenController* screen() { return world.controller<MainScreenController>(); }
   void translate(std::int64_t gen, const std::string& text = "Hola") {
     world.call("headlessTranslate", Map{{"text", text},
                                         {"direction", "auto-en"},
@@ -105,14 +103,8 @@ TEST_F(TextGeneratorTest, TakesAStreamInWhateverPiecesItComes) {
 }
 
 TEST_F(TextGeneratorTest, SaysWhatWentWrong) {
-  struct Case {
-    int status;
-    QByteArray body;
-    const char* code;
-    const char* words;
-  };
   const QByteArray endless(1'000'000, 'x');
-  const Case cases[] = {
+  const std::tuple<int, QByteArray, const char*, const char*> cases[] = {
       {401, R"({"error":{"message":"Wrong key"}})", "refused", "Wrong key"},
       {403, "<html>no</html>", "refused", "(403)."},
       {429, R"({"error":"Slow down\nplease"})", "status", "429: Slow down please"},
@@ -267,8 +259,9 @@ TEST_F(TextGeneratorTest, TheKeyLiesInTheSecretStoreAndGoesToItsOwnServerAlone) 
   settings.storeKey(" its-own-secret ");
   ASSERT_TRUE(waitFor([&] { return settings.hasKey() && !settings.busy(); }));
   ASSERT_EQ(world.keychain.secrets.size(), 1U);
-  for (const auto& [key, value] : world.defaults.strings)
-    EXPECT_EQ((key + value).find("its-own-secret"), std::string::npos) << key;
+  for (const auto& [key, value] : *world.defaults.store())
+    EXPECT_EQ((key + std::get<std::string>(value)).find("its-own-secret"), std::string::npos)
+        << key;
 
   auto* request = begin(1);
   ASSERT_TRUE(request);
@@ -298,10 +291,8 @@ TEST_F(TextGeneratorTest, TheKeyLiesInTheSecretStoreAndGoesToItsOwnServerAlone) 
 }
 
 TEST(ChatServer, TakesTheAddressesThatPeopleEnter) {
-  constexpr struct {
-    const char* address;
-    const char* endpoint;  ///< null where it is refused
-  } cases[] = {
+  // Nothing where an address is refused.
+  constexpr std::pair<const char*, const char*> cases[] = {
       {"localhost:8080", "http://localhost:8080/v1/chat/completions"},
       {"127.0.0.1:8080/", "http://127.0.0.1:8080/v1/chat/completions"},
       {"http://[::1]:1/v1/", "http://[::1]:1/v1/chat/completions"},
