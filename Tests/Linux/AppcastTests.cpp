@@ -36,32 +36,33 @@ QByteArray enclosure(const QByteArray& attributes = R"(sparkle:os="linux")",
          QByteArray(64, 's').toBase64() + "\" " + attributes + "/>";
 }
 
+QByteArray element(const QByteArray& name, const QByteArray& contents) {
+  return "<sparkle:" + name + ">" + contents + "</sparkle:" + name + ">";
+}
+
 QByteArray item(const QByteArray& version, const QByteArray& rest = enclosure()) {
-  return "<item><sparkle:version>" + version + "</sparkle:version>" + rest + "</item>";
+  return "<item>" + element("version", version) + rest + "</item>";
 }
 
 /// What becomes of a feed, in one line.
 std::string outcome(const QByteArray& bytes) {
-  auto items = readAppcast(bytes, feedAddress);
-  if (const auto* refusal = std::get_if<UpdateRefusal>(&items)) {
-    return "refused: " + refusal->text.toStdString();
-  }
+  const auto refused = [](const auto& result) {
+    const auto* refusal = std::get_if<UpdateRefusal>(&result);
+    return refusal ? "refused: " + refusal->text.toStdString() : "";
+  };
+  const auto items = readAppcast(bytes, feedAddress);
+  if (const auto words = refused(items); !words.empty()) return words;
   const auto choice = chooseUpdate(std::get<std::vector<AppcastItem>>(items), configuration());
+  if (const auto words = refused(choice); !words.empty()) return words;
   if (const auto* found = std::get_if<AppcastItem>(&choice)) {
     return "found " + found->displayVersion.toStdString();
-  }
-  if (const auto* refusal = std::get_if<UpdateRefusal>(&choice)) {
-    return "refused: " + refusal->text.toStdString();
   }
   const auto newest = std::get<NoUpdate>(choice).newest.toStdString();
   return newest.empty() ? "none" : "none, only " + newest;
 }
 
 TEST(AppcastTest, TheNewestReleaseForThisSystemIsChosen) {
-  const struct {
-    QByteArray items;
-    const char* outcome;
-  } cases[] = {
+  const std::pair<QByteArray, const char*> cases[] = {
       {"", "none"},
       {item("101"), "found 101"},
       {item("101") + item("103") + item("102"), "found 103"},
@@ -71,27 +72,21 @@ TEST(AppcastTest, TheNewestReleaseForThisSystemIsChosen) {
       {item("101", enclosure(R"(sparkle:os="linux-arm64")")), "none"},
       {item("101", enclosure(R"(sparkle:os="windows")")), "none"},
       {item("101", enclosure("")), "none"},
-      {item("101", "<sparkle:channel>beta</sparkle:channel>" + enclosure()), "none"},
-      {item("101",
-            "<sparkle:minimumSystemVersion>12.4</sparkle:minimumSystemVersion>" + enclosure()) +
-           item("100.5"),
+      {item("101", element("channel", "beta") + enclosure()), "none"},
+      {item("101", element("minimumSystemVersion", "12.4") + enclosure()) + item("100.5"),
        "found 100.5"},
-      {item("101",
-            "<sparkle:shortVersionString>2.0 “B”</sparkle:shortVersionString>" + enclosure()),
-       "found 2.0 “B”"},
+      {item("101", element("shortVersionString", "2.0 “B”") + enclosure()), "found 2.0 “B”"},
       {"<item>" +
            enclosure(
                R"(sparkle:os="linux" sparkle:version="101" sparkle:shortVersionString="2.0")") +
            "</item>",
        "found 2.0"},
-      {item("101",
-            "<sparkle:deltas><enclosure sparkle:os=\"linux\" url=\"https://x/\"/>"
-            "</sparkle:deltas>"),
+      {item("101", element("deltas", R"(<enclosure sparkle:os="linux" url="https://x/"/>)")),
        "none"},
       {item("not a version") + item("101"), "found 101"},
   };
-  for (const auto& each : cases)
-    EXPECT_EQ(outcome(feed(each.items)), each.outcome) << each.items.toStdString();
+  for (const auto& [items, expected] : cases)
+    EXPECT_EQ(outcome(feed(items)), expected) << items.toStdString();
 }
 
 TEST(AppcastTest, AReleaseThatCannotBeTrustedIsRefusedInWords) {
@@ -100,10 +95,7 @@ TEST(AppcastTest, AReleaseThatCannotBeTrustedIsRefusedInWords) {
            "/>";
   };
   const auto signature = "sparkle:edSignature=\"" + QByteArray(64, 's').toBase64() + "\" ";
-  const struct {
-    QByteArray items;
-    const char* outcome;
-  } cases[] = {
+  const std::pair<QByteArray, const char*> cases[] = {
       {item("101", unsignedEnclosure(R"(length="4000")")), "it is not signed"},
       {item("101", unsignedEnclosure(R"(length="4000" sparkle:edSignature="c2hvcnQ=")")),
        "it is not signed"},
@@ -118,13 +110,12 @@ TEST(AppcastTest, AReleaseThatCannotBeTrustedIsRefusedInWords) {
        "secure connection"},
       {item("10 1"), "names no version"},
       {item(QByteArray(5'000, '9')), "names no version"},
-      {item("101", "<sparkle:minimumSystemVersion>13</sparkle:minimumSystemVersion>" + enclosure()),
-       "needs version 13"},
+      {item("101", element("minimumSystemVersion", "13") + enclosure()), "needs version 13"},
   };
-  for (const auto& each : cases) {
-    const auto result = outcome(feed(each.items));
-    EXPECT_EQ(result.substr(0, 8), "refused:") << each.items.left(300).toStdString();
-    EXPECT_NE(result.find(each.outcome), std::string::npos) << result;
+  for (const auto& [items, words] : cases) {
+    const auto result = outcome(feed(items));
+    EXPECT_EQ(result.substr(0, 8), "refused:") << items.left(300).toStdString();
+    EXPECT_NE(result.find(words), std::string::npos) << result;
   }
 }
 
@@ -168,30 +159,27 @@ TEST(AppcastTest, ConfigurationsWithoutASecureFeedOrAKeyAllowNoUpdates) {
 }
 
 TEST(VersionOrderTest, PiecesAreComparedByTheirKind) {
-  const struct {
-    const char *older, *newer;
-  } cases[] = {{"1.0", "1.1"},      {"1.9", "1.10"},
-               {"9", "10"},         {"1.0b2", "1.0"},
-               {"1.0b2", "1.0b10"}, {"1.0a", "1.0b"},
-               {"1.0", "1.0.1"},    {"2.0-beta", "2.0"},
-               {"007", "8"},        {"99999999999999999998", "99999999999999999999"}};
+  const std::pair<const char*, const char*> cases[] = {
+      {"1.0", "1.1"},      {"1.9", "1.10"},
+      {"9", "10"},         {"1.0b2", "1.0"},
+      {"1.0b2", "1.0b10"}, {"1.0a", "1.0b"},
+      {"1.0", "1.0.1"},    {"2.0-beta", "2.0"},
+      {"007", "8"},        {"99999999999999999998", "99999999999999999999"}};
   const auto compared = [](const char* a, const char* b) {
     return compareVersions(QString(QLatin1String(a)), QString(QLatin1String(b)));
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(compared(each.older, each.newer), std::strong_ordering::less) << each.newer;
-    EXPECT_EQ(compared(each.newer, each.older), std::strong_ordering::greater) << each.newer;
+  for (const auto& [older, newer] : cases) {
+    EXPECT_EQ(compared(older, newer), std::strong_ordering::less) << newer;
+    EXPECT_EQ(compared(newer, older), std::strong_ordering::greater) << newer;
   }
-  for (const auto& each : {std::pair("1.0", "1.0.0"), std::pair("1.01", "1.1"),
-                           std::pair("1-2", "1.2"), std::pair("3", "3")}) {
-    EXPECT_EQ(compared(each.first, each.second), std::strong_ordering::equal) << each.first;
+  for (const auto& [a, b] :
+       {std::pair("1.0", "1.0.0"), {"1.01", "1.1"}, {"1-2", "1.2"}, {"3", "3"}}) {
+    EXPECT_EQ(compared(a, b), std::strong_ordering::equal) << a;
   }
 }
 
 TEST(ReleaseNotesTest, NothingButPlainMarkupIsLeft) {
-  const struct {
-    const char *html, *left;
-  } cases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"<p class='x'>New: <b onclick=\"evil()\">fast</b></p>", "<p>New: <b>fast</b></p>"},
       {"a<img src=\"https://x/track.png\">b", "ab"},
       {"a<script>alert(1)</script>b<STYLE>p{}</style>c", "abc"},
@@ -204,9 +192,8 @@ TEST(ReleaseNotesTest, NothingButPlainMarkupIsLeft) {
       {"1 < 2 &lt; 3", "1 &lt; 2 &lt; 3"},
       {"<<b>script>", "&lt;<b>script>"},
   };
-  for (const auto& each : cases) {
-    EXPECT_EQ(limitedRichText(QString::fromUtf8(each.html)).toStdString(), each.left);
-  }
+  for (const auto& [html, left] : cases)
+    EXPECT_EQ(limitedRichText(QString::fromUtf8(html)).toStdString(), left);
 }
 
 }  // namespace

@@ -26,11 +26,7 @@ Strut bottom(int height, int from, int to) {
 TEST(DesktopStruts, ADockTakesItsStripFromTheScreenThatItIsOn) {
   constexpr QRect leftScreen(0, 0, 1280, 800);
   constexpr QRect rightScreen(1280, 0, 1920, 1080);
-  const struct {
-    const char* what;
-    Strut strut;
-    QRect leftOver, rightOver;
-  } cases[] = {
+  const std::tuple<const char*, Strut, QRect, QRect> cases[] = {
       {"bar over everything", top(30, 0, 3199), {0, 30, 1280, 770}, {1280, 30, 1920, 1050}},
       {"bar on the right screen", top(30, 1280, 3199), leftScreen, {1280, 30, 1920, 1050}},
       {"dock at the left edge", left(60, 0, 799), {60, 0, 1220, 800}, rightScreen},
@@ -39,11 +35,11 @@ TEST(DesktopStruts, ADockTakesItsStripFromTheScreenThatItIsOn) {
       {"bar below the short screen", bottom(320, 0, 1279), {0, 0, 1280, 760}, rightScreen},
       {"bar below the tall screen only", bottom(40, 0, 1279), leftScreen, rightScreen},
   };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.what);
-    const DesktopStruts struts(QSize(3200, 1080), {each.strut});
-    EXPECT_EQ(struts.availableIn(leftScreen), each.leftOver);
-    EXPECT_EQ(struts.availableIn(rightScreen), each.rightOver);
+  for (const auto& [what, strut, leftOver, rightOver] : cases) {
+    SCOPED_TRACE(what);
+    const DesktopStruts struts(QSize(3200, 1080), {strut});
+    EXPECT_EQ(struts.availableIn(leftScreen), leftOver);
+    EXPECT_EQ(struts.availableIn(rightScreen), rightOver);
   }
 }
 

@@ -54,11 +54,9 @@ struct Average {
 };
 
 TEST(ImageScaling, EachPixelIsTheAverageOfTheAreaThatItCovers) {
-  const struct {
-    QSize from;
-    QSize to;
-  } cases[] = {{{101, 67}, {37, 20}}, {{1300, 900}, {240, 166}}, {{40, 30}, {40, 30}},
-               {{7, 5}, {1, 1}},      {{2, 700}, {1, 2}},        {{3, 2}, {7, 5}}};
+  const std::pair<QSize, QSize> cases[] = {{{101, 67}, {37, 20}}, {{1300, 900}, {240, 166}},
+                                           {{40, 30}, {40, 30}},  {{7, 5}, {1, 1}},
+                                           {{2, 700}, {1, 2}},    {{3, 2}, {7, 5}}};
   for (const auto format : {QImage::Format_RGB888, QImage::Format_RGBA8888}) {
     for (const auto& [from, to] : cases) {
       const auto picture = randomPicture(from.width(), from.height(), format);

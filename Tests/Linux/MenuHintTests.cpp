@@ -7,22 +7,16 @@ namespace {
 
 TEST(MenuHint, NamesModifiersAndKeysAsTheKeyboardHereDoes) {
   using namespace eventModifier;
-  const struct {
-    const char* key;
-    std::uint64_t mask;
-    const char* hint;
-  } cases[] = {
+  const std::tuple<const char*, std::uint64_t, const char*> cases[] = {
       {"", command, ""},          {"e", command | eventModifier::shift, "Shift+Super+E"},
       {",", command, "Super+,"},  {"m", control | option | command, "Ctrl+Alt+Super+M"},
       {"ñ", option, "Alt+Ñ"},     {" ", command | eventModifier::shift, "Shift+Super+Space"},
       {"\r", 0, "Return"},        {"\xEF\x9C\x80", control, "Ctrl+Up"},
       {"\xEF\x9C\x8F", 0, "F12"},
   };
-  for (const auto& each : cases) {
-    MenuItem::Properties row;
-    row.keyEquivalent = each.key;
-    row.keyEquivalentModifierMask = each.mask;
-    EXPECT_EQ(LinuxMenu::shortcutHint(row), each.hint);
+  for (const auto& [key, mask, hint] : cases) {
+    EXPECT_EQ(LinuxMenu::shortcutHint({.keyEquivalent = key, .keyEquivalentModifierMask = mask}),
+              hint);
   }
   MenuItem::Properties row{.keyEquivalent = "m", .isEnabled = false, .toolTip = "Not found."};
   EXPECT_EQ(LinuxMenu::shortcutHint(row), "Not found.");

@@ -27,14 +27,13 @@ class PreviewContentTest : public testing::Test {
 };
 
 TEST_F(PreviewContentTest, PicturesAreScaledDownToTheLimitAndNeverUp) {
-  const struct {
-    QSize size, shown;
-  } cases[] = {{{800, 300}, {400, 150}}, {{60, 40}, {60, 40}}, {{10, 6000}, {1, 300}}};
-  for (const auto& each : cases) {
-    QImage picture(each.size, QImage::Format_RGB32);
+  const std::pair<QSize, QSize> cases[] = {
+      {{800, 300}, {400, 150}}, {{60, 40}, {60, 40}}, {{10, 6000}, {1, 300}}};
+  for (const auto& [size, shown] : cases) {
+    QImage picture(size, QImage::Format_RGB32);
     picture.fill(Qt::red);
     ASSERT_TRUE(picture.save(QString::fromStdString(path("a picture.png"))));
-    EXPECT_EQ(preview("a picture.png").image.size(), each.shown);
+    EXPECT_EQ(preview("a picture.png").image.size(), shown);
   }
 }
 
@@ -50,17 +49,13 @@ TEST_F(PreviewContentTest, WhatIsNeitherPictureNorTextIsDescribed) {
   write("binary", std::string("a\0b", 3));
   write("latin1", "caf\xe9 au lait");
   std::filesystem::create_directory(path("folder"));
-  const struct {
-    const char* name;
-    bool isFolder;
-  } cases[] = {{"binary", false}, {"latin1", false}, {"folder", true}, {"missing", false}};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.name);
-    const auto content = preview(each.name);
+  for (const std::string name : {"binary", "latin1", "folder", "missing"}) {
+    SCOPED_TRACE(name);
+    const auto content = preview(name);
     EXPECT_TRUE(content.image.isNull());
     EXPECT_FALSE(content.isText);
-    EXPECT_EQ(content.isFolder, each.isFolder);
-    EXPECT_EQ(content.name.toStdString(), each.name);
+    EXPECT_EQ(content.isFolder, name == "folder");
+    EXPECT_EQ(content.name.toStdString(), name);
     EXPECT_FALSE(content.details.isEmpty());
   }
 }

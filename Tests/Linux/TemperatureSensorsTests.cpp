@@ -55,11 +55,7 @@ class TemperatureSensorsTest : public testing::Test {
 };
 
 TEST_F(TemperatureSensorsTest, FindsTheProcessorOfEachKindOfMachine) {
-  const struct {
-    const char* machine;
-    std::vector<std::string> devices;
-    Readings expected;
-  } cases[] = {
+  const std::tuple<const char*, std::vector<std::string>, Readings> cases[] = {
       {"Intel laptop",
        {mainboard, disk, "iwlwifi_1; 44000",
         "coretemp; Package id 0 52000; Core 0 50000; Core 4 47000"},
@@ -97,14 +93,14 @@ TEST_F(TemperatureSensorsTest, FindsTheProcessorOfEachKindOfMachine) {
        {{"PMU tdie k10temp", -128}, {"PMU tdie coretemp", 0}}},
       {"what no driver would write", {"k10temp; warm", "; 40000"}, {}},
   };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.machine);
+  for (const auto& [machine, devices, expected] : cases) {
+    SCOPED_TRACE(machine);
     int number = 0;
-    for (const auto& text : each.devices) {
+    for (const auto& text : devices) {
       tree_.add("hwmon" + std::to_string(number++), device(text));
     }
-    EXPECT_THAT(readings(), testing::UnorderedElementsAreArray(each.expected));
-    EXPECT_THAT(readings(), testing::UnorderedElementsAreArray(each.expected));
+    EXPECT_THAT(readings(), testing::UnorderedElementsAreArray(expected));
+    EXPECT_THAT(readings(), testing::UnorderedElementsAreArray(expected));
     while (number-- > 0) tree_.remove("hwmon" + std::to_string(number));
     EXPECT_THAT(readings(), IsEmpty());
   }

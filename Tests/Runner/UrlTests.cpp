@@ -8,13 +8,7 @@ namespace zephyx {
 namespace {
 
 TEST(UrlTest, ParsesWhatObeysTheSyntax) {
-  struct Case {
-    const char* text;
-    const char* parsed;  ///< null for no URL
-    const char* scheme = "";
-    const char* path = "";
-  };
-  const std::vector<Case> cases = {
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
       {"https://example.org/a?b=c#d", "https://example.org/a?b=c#d", "https", "/a"},
       {"HTTPS://example.org", "HTTPS://example.org", "https", ""},
       {"file:///tmp/a%20b.txt", "file:///tmp/a%20b.txt", "file", "/tmp/a b.txt"},
@@ -23,22 +17,17 @@ TEST(UrlTest, ParsesWhatObeysTheSyntax) {
       {"mailto:a@b.org", "mailto:a@b.org", "mailto", "a@b.org"},
       {"relative/path", "relative/path", "", "relative/path"},
       {"http://[::1]:8080/a", "http://[::1]:8080/a", "http", "/a"},
-      {"", nullptr},
-      {"a b", nullptr},
-      {"https://a.org/%zz", nullptr},
-      {"https://a.org/%4", nullptr},
-      {"https://a.org/\n", nullptr},
-      {"https://a.org/<>", nullptr},
-      {"https://a.org/\"", nullptr},
   };
   for (const auto& [text, parsed, scheme, path] : cases) {
-    SCOPED_TRACE(text);
     const auto url = Url::parse(text);
-    ASSERT_EQ(url.has_value(), parsed != nullptr);
-    if (!url) continue;
+    ASSERT_TRUE(url) << text;
     EXPECT_EQ(url->text, parsed);
     EXPECT_EQ(url->scheme, scheme);
     EXPECT_EQ(url->path, path);
+  }
+  for (const char* text : {"", "a b", "https://a.org/%zz", "https://a.org/%4", "https://a.org/\n",
+                           "https://a.org/<>", "https://a.org/\""}) {
+    EXPECT_FALSE(Url::parse(text)) << text;
   }
 }
 

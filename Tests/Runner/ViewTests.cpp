@@ -49,11 +49,7 @@ TEST(ViewTest, ItsPeerHearsEachChangeOnce) {
   const Animation fade{.seconds = 0.2};
   const Rect atOrigin{{0, 0}, {5, 5}};
   const Rect besideIt{{1, 0}, {5, 5}};
-  const struct {
-    const char* what;
-    std::function<void()> change;
-    std::vector<std::string> heard;
-  } cases[] = {
+  const std::tuple<const char*, std::function<void()>, std::vector<std::string>> cases[] = {
       {"size", [&] { label.setFrame(atOrigin); }, {"frame", "display"}},
       {"same frame", [&] { label.setFrame(atOrigin); }, {}},
       {"place", [&] { label.setFrame(besideIt); }, {"frame"}},
@@ -68,10 +64,10 @@ TEST(ViewTest, ItsPeerHearsEachChangeOnce) {
       {"no child", [&] { child->removeFromParent(); }, {"children"}},
       {"display", [&] { label.setNeedsDisplay(); }, {"display"}},
   };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.what);
-    each.change();
-    EXPECT_EQ(peer.take(), each.heard);
+  for (const auto& [what, change, heard] : cases) {
+    SCOPED_TRACE(what);
+    change();
+    EXPECT_EQ(peer.take(), heard);
   }
 }
 
