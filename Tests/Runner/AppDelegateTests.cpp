@@ -50,28 +50,25 @@ TEST_F(AppDelegateTest, BuildsTheMenuInOrderWithItsKeyEquivalents) {
 
 TEST_F(AppDelegateTest, TheToggleRowSaysWhatItWouldDo) {
   launch();
-  statusItem().openMenu();
-  EXPECT_EQ(row("togglePopover").properties().title, "Hide");
-  ASSERT_TRUE(statusItem().choose("togglePopover"));
-  EXPECT_FALSE(mainWindow().isVisible());
-  statusItem().openMenu();
-  EXPECT_EQ(row("togglePopover").properties().title, "Show");
-  ASSERT_TRUE(statusItem().choose("togglePopover"));
+  for (const bool isVisible : {true, false}) {
+    EXPECT_EQ(mainWindow().isVisible(), isVisible);
+    statusItem().openMenu();
+    EXPECT_EQ(row("togglePopover").properties().title, isVisible ? "Hide" : "Show");
+    ASSERT_TRUE(statusItem().choose("togglePopover"));
+  }
   EXPECT_TRUE(mainWindow().isVisible());
 }
 
 TEST_F(AppDelegateTest, MenuRowsOpenTheMainWindowFirstAndThenSendTheirMethod) {
   launch();
   for (const char* action : {"exportAllNotes", "importNotes", "openSettings"}) {
-    SCOPED_TRACE(action);
     for (const bool hidden : {true, false}) {
       if (hidden) switchToEditor();
       EXPECT_EQ(mainWindow().isVisible(), !hidden);
       statusItem().openMenu();
       ASSERT_TRUE(statusItem().choose(action));
       desktop.dispatch.settle();
-      EXPECT_TRUE(mainWindow().isVisible());
-      EXPECT_TRUE(mainWindow().isKeyWindow());
+      EXPECT_TRUE(mainWindow().isVisible() && mainWindow().isKeyWindow()) << action;
       EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{action, {}}));
     }
   }

@@ -56,17 +56,18 @@ TEST_F(SystemMonitorTest, TheCpuRingFollowsAJumpStepByStep) {
 }
 
 TEST_F(SystemMonitorTest, MemoryAndDiskAreThereAtOnce) {
+  const auto expectRing = [this](const char* title, const char* text, Color color) {
+    EXPECT_EQ(ring(title).valueText(), text);
+    EXPECT_EQ(ring(title).color(), color);
+  };
   statusItem().openMenu();
-  EXPECT_EQ(ring("MEM").valueText(), "40%");
-  EXPECT_EQ(ring("MEM").color(), color::systemGreen);
-  EXPECT_EQ(ring("DISK").valueText(), "62%");
-  EXPECT_EQ(ring("DISK").color(), color::systemYellow);
+  expectRing("MEM", "40%", color::systemGreen);
+  expectRing("DISK", "62%", color::systemYellow);
   desktop.hostStatistics.level = 5;
   desktop.hostStatistics.volume.reset();
   desktop.dispatch.advance(1);
-  EXPECT_EQ(ring("MEM").valueText(), "95%");
-  EXPECT_EQ(ring("MEM").color(), color::systemRed);
-  EXPECT_EQ(ring("DISK").valueText(), "0%");
+  expectRing("MEM", "95%", color::systemRed);
+  expectRing("DISK", "0%", color::systemGreen);
 }
 
 TEST_F(SystemMonitorTest, TheFirstTemperatureAddsAFourthRingAndCentresTheRowAgain) {
@@ -101,19 +102,19 @@ TEST_F(SystemMonitorTest, TheFirstTemperatureAddsAFourthRingAndCentresTheRowAgai
 TEST_F(SystemMonitorTest, AHoveredRingShowsItsValueAndIsCountedOnce) {
   statusItem().openMenu();
   auto& memory = ring("MEM");
-  const auto& symbol = *memory.children().at(0);
-  const auto& value = *memory.children().at(1);
-  EXPECT_EQ(value.alpha(), 0);
-  memory.mouseEntered();
-  memory.mouseEntered();
-  EXPECT_EQ(value.alpha(), 1);
-  EXPECT_EQ(symbol.alpha(), 0);
-  desktop.dispatch.settle();
+  const auto expectShown = [&](bool value) {
+    EXPECT_EQ(memory.children().at(0)->alpha(), value ? 0 : 1);
+    EXPECT_EQ(memory.children().at(1)->alpha(), value ? 1 : 0);
+  };
   const Map event{{"name", "stat_ring_hovered"}, {"props", Map{{"ring", "mem"}}}};
-  EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{"telemetryEvent", event}));
+  expectShown(false);
+  memory.mouseEntered();
+  memory.mouseEntered();
+  expectShown(true);
   memory.mouseExited();
-  EXPECT_EQ(value.alpha(), 0);
-  EXPECT_EQ(symbol.alpha(), 1);
+  expectShown(false);
+  desktop.dispatch.settle();
+  EXPECT_THAT(mainScreen().takeCalls(), ElementsAre(MethodCall{"telemetryEvent", event}));
   memory.mouseEntered();
   statusItem().cancelTrackingWithoutAnimation();
   EXPECT_FALSE(memory.isHovered());
@@ -198,12 +199,10 @@ TEST_F(SystemStatsSamplerTest, MemoryIsThePressureOrElseWhatIsInUse) {
   machine.level.reset();
   machine.pages = MemoryPages{
       .internal = 300, .purgeable = 50, .wired = 200, .compressor = 50, .pageSize = 4096};
-  machine.memory = 1000 * 4096;
-  EXPECT_DOUBLE_EQ(sampler.sample().memory, 0.5);
-  machine.memory = 400 * 4096;
-  EXPECT_EQ(sampler.sample().memory, 1);
-  machine.memory = 0;
-  EXPECT_EQ(sampler.sample().memory, 0);
+  for (const auto& [pages, expected] : {std::pair(1000, 0.5), {400, 1.0}, {0, 0.0}}) {
+    machine.memory = static_cast<std::uint64_t>(pages) * 4096;
+    EXPECT_DOUBLE_EQ(sampler.sample().memory, expected);
+  }
   machine.memory = 4096;
   machine.pages.reset();
   EXPECT_EQ(sampler.sample().memory, 0);

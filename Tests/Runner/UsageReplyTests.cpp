@@ -48,20 +48,21 @@ TEST(UsageReplyTest, WithoutASessionFigureThereIsNothing) {
 }
 
 TEST(UsageReplyTest, LeavesOutWhatIsMissingOrMalformed) {
-  const std::string scope = R"("scope": {"model": {"display_name": "A"}})";
-  for (const std::string& rest : {
-           std::string(R"("seven_day": {"resets_at": "2025-01-08T10:00:00Z"})"),
-           std::string(R"("seven_day": {"utilization": "4", "resets_at": "2025-01-08T10:00:00Z"})"),
-           std::string(R"("seven_day": null, "limits": {"kind": "weekly_scoped"})"),
-           std::string(R"("limits": [3, null, [], {}, {"kind": "weekly_scoped"}])"),
-           R"("limits": [{"kind": "weekly", "percent": 5, )" + scope + "}]",
-           R"("limits": [{"kind": 1, "percent": 5, )" + scope + "}]",
-           R"("limits": [{"kind": "weekly_scoped", "percent": "5", )" + scope + "}]",
-           R"("limits": [{"kind": "weekly_scoped", "percent": true, )" + scope + "}]",
-           std::string(R"("limits": [{"kind": "weekly_scoped", "percent": 5, "scope": "A"}])"),
-           std::string(
-               R"("limits": [{"kind": "weekly_scoped", "percent": 5, "scope": {"model": {}}}])"),
-       }) {
+  const auto limit = [](const std::string& members, const std::string& scope) {
+    return R"("limits": [{)" + members + R"(, "scope": )" + scope + "}]";
+  };
+  const std::string scope = R"({"model": {"display_name": "A"}})";
+  for (const std::string& rest :
+       {std::string(R"("seven_day": {"resets_at": "2025-01-08T10:00:00Z"})"),
+        std::string(R"("seven_day": {"utilization": "4", "resets_at": "2025-01-08T10:00:00Z"})"),
+        std::string(R"("seven_day": null, "limits": {"kind": "weekly_scoped"})"),
+        std::string(R"("limits": [3, null, [], {}, {"kind": "weekly_scoped"}])"),
+        limit(R"("kind": "weekly", "percent": 5)", scope),
+        limit(R"("kind": 1, "percent": 5)", scope),
+        limit(R"("kind": "weekly_scoped", "percent": "5")", scope),
+        limit(R"("kind": "weekly_scoped", "percent": true)", scope),
+        limit(R"("kind": "weekly_scoped", "percent": 5)", R"("A")"),
+        limit(R"("kind": "weekly_scoped", "percent": 5)", R"({"model": {}})")}) {
     const auto usage =
         parse(R"({"five_hour": {"utilization": 50, "resets_at": "soon"}, )" + rest + "}");
     ASSERT_TRUE(usage) << rest;
