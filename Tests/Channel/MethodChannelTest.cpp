@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include "Tests/Channel/Bytes.h"
-#include "Tests/Channel/FakeMessenger.h"
 
 namespace zephyx {
 namespace {
@@ -18,6 +17,45 @@ const Bytes callOfPing = hex("07 04 70696e67 07 06 736563726574");  // ping("sec
 const Bytes notImplemented;
 const Bytes malformedCallAnswer =
     joined(hex("01 07 09 6d616c666f726d6564"), hex("07 0e 6d616c666f726d65642063616c6c 00"));
+
+/// The other side of the one channel: records what is sent, and delivers what the test sends.
+class FakeMessenger : public BinaryMessenger, public std::enable_shared_from_this<FakeMessenger> {
+ public:
+  struct Sent {
+    std::string channel;
+    Bytes message;
+    BinaryReply reply;
+  };
+
+  void send(const std::string& channel, Bytes message, BinaryReply reply) override {
+    sent.push_back({channel, std::move(message), std::move(reply)});
+  }
+  Registration setMessageHandler(const std::string& channel,
+                                 BinaryMessageHandler handler) override {
+    EXPECT_EQ(channel, "app/menu");
+    handler_ = std::make_shared<BinaryMessageHandler>(std::move(handler));
+    return Registration([self = weak_from_this(), mine = handler_.get()] {
+      const auto messenger = self.lock();
+      if (messenger && messenger->handler_.get() == mine) messenger->handler_.reset();
+    });
+  }
+  /// Its answers so far can be seen in `answers`.
+  void deliver(const Bytes& message) {
+    if (!handler_) return answers.push_back({});
+    const auto handler = handler_;
+    (*handler)(message, [self = weak_from_this()](BytesView answer) {
+      if (const auto messenger = self.lock()) {
+        messenger->answers.emplace_back(answer.begin(), answer.end());
+      }
+    });
+  }
+
+  std::vector<Sent> sent;
+  std::vector<Bytes> answers;
+
+ private:
+  std::shared_ptr<BinaryMessageHandler> handler_;
+};
 
 class MethodChannelTest : public testing::Test {
  protected:
@@ -79,7 +117,7 @@ TEST_F(MethodChannelTest, answersACallAsBytes) {
           answer(result);
         });
     messenger_->answers.clear();
-    messenger_->deliver("app/menu", callOfPing);
+    messenger_->deliver(callOfPing);
     EXPECT_THAT(messenger_->answers, ElementsAre(expected));
     EXPECT_EQ(calls.back(), (MethodCall{"ping", "secret"}));
   }
@@ -88,7 +126,7 @@ TEST_F(MethodChannelTest, answersACallAsBytes) {
 
 TEST_F(MethodChannelTest, aDroppedResultAnswersNotImplementedAndNamesTheMethodOnly) {
   channel_->setMethodCallHandler([](const MethodCall&, MethodResult) {});
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(notImplemented));
   EXPECT_THAT(lines_, ElementsAre(AllOf(HasSubstr("app/menu"), HasSubstr("ping"),
                                         testing::Not(HasSubstr("secret")))));
@@ -103,8 +141,8 @@ TEST_F(MethodChannelTest, aReplacedResultCountsAsDropped) {
       kept[0] = std::move(result);
     }
   });
-  messenger_->deliver("app/menu", callOfPing);
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
+  messenger_->deliver(callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(notImplemented));
   kept[0].success();
   EXPECT_THAT(messenger_->answers, ElementsAre(notImplemented, hex("00 00")));
@@ -117,7 +155,7 @@ TEST_F(MethodChannelTest, aSecondAnswerIsAnAssertionAndIgnoredInRelease) {
       result.success(1);
       result.notImplemented();
     });
-    messenger_->deliver("app/menu", callOfPing);
+    messenger_->deliver(callOfPing);
   };
 #ifdef NDEBUG
   answerTwice();
@@ -133,7 +171,7 @@ TEST_F(MethodChannelTest, malformedCallsAreAnsweredWithAnErrorBeforeTheHandler) 
       [](const MethodCall&, MethodResult) { ADD_FAILURE() << "the handler was called"; });
   for (const char* message : {"", "07 04 70696e67", "03 01000000 00", "00 00", "07 01 61 00 00"}) {
     messenger_->answers.clear();
-    messenger_->deliver("app/menu", hex(message));
+    messenger_->deliver(hex(message));
     EXPECT_THAT(messenger_->answers, ElementsAre(malformedCallAnswer)) << message;
   }
   EXPECT_THAT(lines_, testing::Each(HasSubstr("app/menu")));
@@ -143,10 +181,10 @@ TEST_F(MethodChannelTest, malformedCallsAreAnsweredWithAnErrorBeforeTheHandler) 
 TEST_F(MethodChannelTest, aChannelWithoutAHandlerLeavesMessagesUnhandled) {
   channel_->setMethodCallHandler([](const MethodCall&, MethodResult result) { result.success(); });
   channel_->setMethodCallHandler({});
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   channel_->setMethodCallHandler([](const MethodCall&, MethodResult result) { result.success(); });
   channel_.reset();
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(notImplemented, notImplemented));
 }
 
@@ -155,7 +193,7 @@ TEST_F(MethodChannelTest, droppingAnOlderChannelOfTheNameKeepsTheNewerOnesHandle
   const auto newer = makeChannel();
   newer->setMethodCallHandler([](const MethodCall&, MethodResult result) { result.success(true); });
   channel_.reset();
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(hex("00 01")));
 }
 
@@ -165,7 +203,7 @@ TEST_F(MethodChannelTest, aHandlerMayEndItsChannelAndAnswerAfterwards) {
     channel_.reset();
     result.success(List{call.method.text(), *alive});
   });
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   EXPECT_THAT(messenger_->answers, ElementsAre(hex("00 0c 02 07 04 70696e67 03 05000000")));
 }
 
@@ -173,7 +211,7 @@ TEST_F(MethodChannelTest, nothingHappensOnceTheMessengerIsGone) {
   std::vector<MethodResult> kept;
   channel_->setMethodCallHandler(
       [&](const MethodCall&, MethodResult result) { kept.push_back(std::move(result)); });
-  messenger_->deliver("app/menu", callOfPing);
+  messenger_->deliver(callOfPing);
   messenger_.reset();
   kept[0].success();
   channel_->invokeMethod("ping", {}, [](const MethodReply&) { ADD_FAILURE() << "a reply"; });

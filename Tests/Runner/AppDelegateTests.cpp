@@ -178,20 +178,6 @@ TEST_F(AppDelegateTest, EveryHotkeyIsCountedLoggedAndDispatched) {
   }
 }
 
-TEST_F(AppDelegateTest, AFiringWithAnUnknownIdIsOnlyCountedAndOneOfAnotherProgramIsNot) {
-  launch();
-  const auto signature = desktop.hotKeys.registered().begin()->second.signature;
-  EXPECT_EQ(signature, 0x5A455048u);  // "ZEPH"
-  const auto unknown = desktop.hotKeys.registerHotKey(1, 0x1000, {signature, 7});
-  const auto foreign = desktop.hotKeys.registerHotKey(2, 0x1000, {signature + 1, 2});
-  desktop.keyboard.press(1, eventModifier::control);
-  desktop.keyboard.press(2, eventModifier::control);
-  desktop.dispatch.settle();
-  EXPECT_THAT(mainScreen().takeCalls(),
-              ElementsAre(MethodCall{"shortcutUsed", Map{{"id", std::int64_t{7}}}}));
-  EXPECT_FALSE(panel().isVisible());
-}
-
 TEST_F(AppDelegateTest, TheTargetOfAnAiActionIsTheEditorOrWhateverIsInFront) {
   launch();
   delegate->rememberAiPasteTarget(false);
@@ -207,16 +193,6 @@ TEST_F(AppDelegateTest, TheTargetOfAnAiActionIsTheEditorOrWhateverIsInFront) {
   takeLog();
   delegate->rememberAiPasteTarget(true);
   EXPECT_EQ(monitor().rememberedApp, desktop.workspace.host());
-}
-
-TEST_F(AppDelegateTest, ASendWithoutAMainEngineIsDropped) {
-  makeHost();
-  delegate->applicationDidFinishLaunching();  // no interface was loaded
-  takeLog();
-  desktop.dispatch.settle();
-  statusItem().openMenu();
-  EXPECT_TRUE(statusItem().choose("openSettings"));
-  desktop.dispatch.settle();
 }
 
 }  // namespace

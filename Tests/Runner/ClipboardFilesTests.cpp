@@ -179,14 +179,5 @@ TEST_F(ClipboardFilesTest, AnIconIsKeptOncePerApplication) {
   EXPECT_FALSE(fs::exists(support() + "/../escape.png"));
 }
 
-TEST_F(ClipboardFilesTest, FallsBackToTheHomeFolderAndTheFixedIdentifier) {
-  desktop.directories.forgetApplicationSupport();
-  desktop.workspace.forgetHostBundle();
-  launchBehindEditor();
-  const auto entry = capturedPicture({10, 10});
-  ASSERT_TRUE(entry);
-  EXPECT_TRUE(text(*entry, "imageBlobPath").starts_with(support() + "/clipboard_blobs/"));
-}
-
 }  // namespace
 }  // namespace zephyx

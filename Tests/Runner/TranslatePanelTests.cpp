@@ -164,7 +164,10 @@ TEST_F(TranslatePanelTest, ALossOfTheKeyboardDismissesItExceptRightAfterShowingA
   desktop.dispatch.setWallClock(1'000'000'000);  // whoever sets the clock does not show the panel
   loseKeyboard();
   EXPECT_FALSE(translatePanel().isVisible());
-  EXPECT_THAT(takeLog(), ElementsAre(HasSubstr("hidePanel — motivo: panelDidResignKey (click")));
+  EXPECT_THAT(
+      takeLog(),
+      ElementsAre("[Translate] hidePanel — motivo: panelDidResignKey (click fuera / pérdida de "
+                  "foco genuina)"));
 
   switchToEditor();
   open();
@@ -173,11 +176,15 @@ TEST_F(TranslatePanelTest, ALossOfTheKeyboardDismissesItExceptRightAfterShowingA
   mainWindow().makeKeyAndOrderFront();
   desktop.dispatch.settle();
   EXPECT_TRUE(translatePanel().isVisible());
-  EXPECT_THAT(takeLog(),
-              ElementsAre(HasSubstr("panelDidResignKey: key pasó a la ventana de notas")));
+  EXPECT_THAT(
+      takeLog(),
+      ElementsAre("[Translate] panelDidResignKey: key pasó a la ventana de notas — panel queda "
+                  "visible (overlay), generación continúa"));
   switchToEditor();
   EXPECT_FALSE(translatePanel().isVisible());
-  EXPECT_THAT(takeLog(), ElementsAre(HasSubstr("hidePanel — motivo: appDidResignActive")));
+  EXPECT_THAT(
+      takeLog(),
+      ElementsAre("[Translate] hidePanel — motivo: appDidResignActive (cambio a otra app)"));
 }
 
 TEST_F(TranslatePanelTest, GrowsAndShrinksAroundItsCentreWithinItsScreen) {

@@ -22,17 +22,12 @@ class SimulatedDirectories final : public Directories {
   }
 
   std::optional<std::string> applicationSupport() const override {
-    if (!namesApplicationSupport_) return std::nullopt;
     return home_ + "/Library/Application Support";
   }
   std::string home() const override { return home_; }
 
-  /// The system stops naming an application-support folder.
-  void forgetApplicationSupport() { namesApplicationSupport_ = false; }
-
  private:
   std::string home_;
-  bool namesApplicationSupport_ = true;
 };
 
 }  // namespace zephyx

@@ -1,9 +1,11 @@
 #include "Tests/Simulated/SimulatedKeyboardLayout.h"
 
 #include <utility>
-#include <vector>
 
 namespace zephyx {
+namespace {
+constexpr std::pair<const char*, const char*> umlauts[] = {{"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}};
+}
 
 using Table = SimulatedKeyboardLayout::Table;
 
@@ -23,42 +25,26 @@ const Table SimulatedKeyboardLayout::german = [] {
   return table;
 }();
 
-namespace {
-
-// Case pairs of the letters that the tables print; "ß" has no single capital and grows instead.
-const std::vector<std::pair<std::string, std::string>>& casePairs() {
-  static const auto pairs = [] {
-    std::vector<std::pair<std::string, std::string>> made = {
-        {"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}, {"ß", "SS"}};
-    for (char c = 'a'; c <= 'z'; ++c) {
-      made.emplace_back(std::string(1, c), std::string(1, static_cast<char>(c - 'a' + 'A')));
-    }
-    return made;
-  }();
-  return pairs;
-}
-
-std::string mapped(const std::string& text, bool toUpper) {
-  for (const auto& [lower, upper] : casePairs()) {
-    if (toUpper && text == lower) return upper;
-    if (!toUpper && text == upper && upper != "SS") return lower;
-  }
-  return text;
-}
-
-}  // namespace
-
 std::string SimulatedKeyboardLayout::character(std::uint32_t keyCode) const {
   const auto found = table_->find(keyCode);
   return found == table_->end() ? "" : found->second;
 }
 
 std::string SimulatedKeyboardLayout::uppercased(const std::string& text) const {
-  return mapped(text, true);
+  if (text == "ß") return "SS";  // has no single capital
+  for (const auto& [lower, upper] : umlauts) {
+    if (text == lower) return upper;
+  }
+  const bool isLetter = text.size() == 1 && text[0] >= 'a' && text[0] <= 'z';
+  return isLetter ? std::string(1, static_cast<char>(text[0] - 'a' + 'A')) : text;
 }
 
 std::string SimulatedKeyboardLayout::lowercased(const std::string& text) const {
-  return mapped(text, false);
+  for (const auto& [lower, upper] : umlauts) {
+    if (text == upper) return lower;
+  }
+  const bool isLetter = text.size() == 1 && text[0] >= 'A' && text[0] <= 'Z';
+  return isLetter ? std::string(1, static_cast<char>(text[0] - 'A' + 'a')) : text;
 }
 
 }  // namespace zephyx
