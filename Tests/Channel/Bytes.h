@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cctype>
-#include <string>
 #include <string_view>
 
 #include "Platform/BinaryMessenger.h"

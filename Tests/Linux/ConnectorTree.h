@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <fstream>
-#include <string>
 
 #include "Tests/Desktop/TemporaryDirectory.h"
 

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include <functional>
-
 #include "Platform/Linux/Pictures/LinuxImages.h"
 #include "Tests/Linux/PngFile.h"
 

@@ -3,8 +3,6 @@
 #include <zlib.h>
 
 #include <random>
-#include <string>
-#include <vector>
 
 #include "Platform/BinaryMessenger.h"
 

@@ -5,7 +5,6 @@
 #include <QtCore/QDateTime>
 #include <QtCore/QDeadlineTimer>
 #include <fstream>
-#include <functional>
 #include <sstream>
 
 #include "Platform/Linux/LinuxUserDefaults.h"

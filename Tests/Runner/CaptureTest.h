@@ -1,10 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "Tests/Runner/HostTest.h"
 
 namespace zephyx {

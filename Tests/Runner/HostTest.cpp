@@ -1,7 +1,5 @@
 #include "Tests/Runner/HostTest.h"
 
-#include <algorithm>
-
 #include "Runner/HotkeyConfig.h"
 #include "Runner/HotkeyManager.h"
 

@@ -3,10 +3,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "Runner/AppDelegate.h"
 #include "Runner/ClipboardMonitor.h"
 #include "Runner/SharedObjects.h"

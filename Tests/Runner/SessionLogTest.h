@@ -4,12 +4,8 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdint>
 #include <filesystem>
 #include <fstream>
-#include <string>
-#include <string_view>
-#include <vector>
 
 #include "Runner/SessionLogScan.h"
 #include "Tests/Simulated/SimulatedDirectories.h"

@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
-
 #include "Runner/ClaudeUsageProvider.h"
 #include "Runner/UsageReply.h"
 #include "Runner/UsageServiceUrl.h"

@@ -1,7 +1,5 @@
 #include <gmock/gmock.h>
 
-#include <functional>
-
 #include "Platform/Label.h"
 #include "Platform/PushButton.h"
 #include "Tests/Runner/RecordingPeer.h"

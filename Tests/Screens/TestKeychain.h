@@ -2,7 +2,6 @@
 
 #include <map>
 #include <mutex>
-#include <string>
 #include <thread>
 
 #include "Platform/Keychain.h"

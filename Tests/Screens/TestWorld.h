@@ -7,11 +7,6 @@
 #include <QtQml/QQmlPropertyMap>
 #include <QtQuick/QQuickItem>
 #include <QtQuick/QQuickWindow>
-#include <functional>
-#include <map>
-#include <memory>
-#include <string>
-#include <vector>
 
 #include "Channel/MethodCall.h"
 #include "Channel/MethodResult.h"

@@ -1,8 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <utility>
-#include <vector>
 
 #include "Platform/Alert.h"
 #include "Platform/Events.h"

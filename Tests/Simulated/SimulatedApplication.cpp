@@ -1,7 +1,5 @@
 #include "Tests/Simulated/SimulatedApplication.h"
 
-#include <utility>
-
 #include "Platform/LocalNotificationCenter.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedWindow.h"

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "Platform/Application.h"
 
 namespace zephyx {

@@ -1,10 +1,5 @@
 #pragma once
 
-#include <map>
-#include <memory>
-#include <utility>
-#include <vector>
-
 #include "Platform/AudioHardware.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

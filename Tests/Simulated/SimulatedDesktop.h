@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "Platform/LocalNotificationCenter.h"
 #include "Tests/Simulated/SimulatedAccessibility.h"
 #include "Tests/Simulated/SimulatedAlerts.h"

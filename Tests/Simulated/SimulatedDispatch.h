@@ -2,11 +2,7 @@
 
 #include <cmath>
 #include <cstdint>
-#include <functional>
 #include <map>
-#include <memory>
-#include <string>
-#include <utility>
 
 #include "Platform/Dispatch.h"
 #include "Platform/SerialQueue.h"

@@ -1,11 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <memory>
-#include <optional>
-#include <utility>
-#include <vector>
-
 #include "Platform/Displays.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <memory>
 #include <set>
-#include <string>
-#include <utility>
 
 #include "Platform/FlutterEngine.h"
 #include "Tests/Simulated/SimulatedFaults.h"

@@ -1,10 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <set>
-#include <string>
-#include <vector>
-
 #include "Platform/FlutterEngine.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedEngine.h"

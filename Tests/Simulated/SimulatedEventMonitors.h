@@ -1,8 +1,5 @@
 #pragma once
 
-#include <map>
-#include <memory>
-
 #include "Platform/Events.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

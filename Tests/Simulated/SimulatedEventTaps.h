@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <utility>
-
 #include "Platform/EventTap.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

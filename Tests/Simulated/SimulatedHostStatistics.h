@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cmath>
-#include <utility>
 #include "Platform/HostStatistics.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

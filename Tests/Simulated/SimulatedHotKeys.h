@@ -1,9 +1,6 @@
 #pragma once
 
-#include <map>
-#include <memory>
 #include <set>
-#include <utility>
 
 #include "Platform/HotKeys.h"
 #include "Tests/Simulated/SimulatedDispatch.h"

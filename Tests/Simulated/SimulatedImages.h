@@ -1,7 +1,5 @@
 #pragma once
 
-#include <string>
-
 #include "Platform/Image.h"
 
 namespace zephyx {

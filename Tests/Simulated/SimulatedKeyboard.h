@@ -1,8 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <vector>
-
 #include "Platform/Events.h"
 #include "Tests/Simulated/SimulatedAccessibility.h"
 #include "Tests/Simulated/SimulatedAlerts.h"

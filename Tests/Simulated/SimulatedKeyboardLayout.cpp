@@ -1,7 +1,5 @@
 #include "Tests/Simulated/SimulatedKeyboardLayout.h"
 
-#include <utility>
-
 namespace zephyx {
 namespace {
 constexpr std::pair<const char*, const char*> umlauts[] = {{"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}};

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <cstdint>
 #include <map>
-#include <string>
 
 #include "Platform/HotKeys.h"
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <map>
-
 #include "Platform/Keychain.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

@@ -1,10 +1,5 @@
 #pragma once
 
-#include <cstdint>
-#include <map>
-#include <memory>
-#include <utility>
-
 #include "Platform/BinaryMessenger.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 #include "Tests/Simulated/SimulatedFaults.h"

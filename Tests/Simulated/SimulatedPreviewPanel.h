@@ -1,9 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
-#include <vector>
-
 #include "Platform/LocalNotificationCenter.h"
 #include "Platform/QuickLook.h"
 #include "Tests/Simulated/SimulatedApplication.h"

@@ -1,8 +1,6 @@
 #pragma once
 
-#include <functional>
 #include <optional>
-#include <string>
 
 #include "Platform/Events.h"
 #include "Platform/Image.h"

@@ -1,11 +1,6 @@
 #pragma once
 
-#include <algorithm>
 #include <iterator>
-#include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "Channel/MethodCall.h"
 #include "Channel/MethodResult.h"

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <utility>
-#include <vector>
-
 #include "Platform/Window.h"
 
 namespace zephyx {

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <optional>
-#include <string>
-
 #include "Platform/SoftwareUpdate.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

@@ -1,7 +1,5 @@
 #pragma once
 
-#include <vector>
-
 #include "Platform/TemperatureSensors.h"
 #include "Tests/Simulated/SimulatedDispatch.h"
 

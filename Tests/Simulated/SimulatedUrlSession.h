@@ -2,9 +2,6 @@
 
 #include <deque>
 #include <limits>
-#include <optional>
-#include <utility>
-#include <vector>
 
 #include "Platform/UrlSession.h"
 #include "Tests/Simulated/SimulatedDispatch.h"

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <utility>
-#include <vector>
-
 #include "Platform/FlutterEngine.h"
 #include "Tests/Simulated/SimulatedEngine.h"
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include <memory>
-#include <vector>
-
 #include "Platform/Events.h"
 #include "Platform/View.h"
 #include "Platform/Window.h"
