@@ -2,7 +2,8 @@
 
 namespace zephyx {
 namespace {
-constexpr std::pair<const char*, const char*> umlauts[] = {{"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}};
+constexpr std::pair<const char*, const char*> otherLetters[] = {
+    {"ä", "Ä"}, {"ö", "Ö"}, {"ü", "Ü"}, {"я", "Я"}};
 }
 
 using Table = SimulatedKeyboardLayout::Table;
@@ -30,7 +31,7 @@ std::string SimulatedKeyboardLayout::character(std::uint32_t keyCode) const {
 
 std::string SimulatedKeyboardLayout::uppercased(const std::string& text) const {
   if (text == "ß") return "SS";  // has no single capital
-  for (const auto& [lower, upper] : umlauts) {
+  for (const auto& [lower, upper] : otherLetters) {
     if (text == lower) return upper;
   }
   const bool isLetter = text.size() == 1 && text[0] >= 'a' && text[0] <= 'z';
@@ -38,7 +39,7 @@ std::string SimulatedKeyboardLayout::uppercased(const std::string& text) const {
 }
 
 std::string SimulatedKeyboardLayout::lowercased(const std::string& text) const {
-  for (const auto& [lower, upper] : umlauts) {
+  for (const auto& [lower, upper] : otherLetters) {
     if (text == upper) return lower;
   }
   const bool isLetter = text.size() == 1 && text[0] >= 'A' && text[0] <= 'Z';
