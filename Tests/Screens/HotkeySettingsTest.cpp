@@ -16,6 +16,8 @@ Value payload(std::int32_t id, const char* display, std::int32_t modifiers, bool
              {"isDefault", usual}};
 }
 
+const Map pressed{{"keyCode", 3}, {"modifiers", 0x900}, {"display", "⌥⌘F"}};
+
 class HotkeySettingsTest : public testing::Test {
  protected:
   HotkeySettingsTest() {
@@ -72,7 +74,7 @@ TEST_F(HotkeySettingsTest, RecordsACombinationAndAssignsIt) {
   EXPECT_TRUE(hotkeys()->isRecording());
   EXPECT_TRUE(data(1, HotkeySettings::recordingRole).toBool());
   world.replies["hotkeySet"] = payload(3, "⌥⌘F", 0x900, false);
-  endRecording(0, Map{{"keyCode", 3}, {"modifiers", 0x900}, {"display", "⌥⌘F"}});
+  endRecording(0, pressed);
   ASSERT_TRUE(waitFor([&] { return keys(1) == "Alt Super F"; }));
   EXPECT_EQ(world.callsOf("hotkeySet").back().arguments,
             Value(Map{{"id", 3}, {"keyCode", 3}, {"modifiers", 0x900}}));
@@ -88,7 +90,7 @@ TEST_F(HotkeySettingsTest, ShowsTheHostsWordsAtTheRowUntilItIsTriedAgain) {
   beginRecording(1);
   world.replies["hotkeySet"] =
       MethodError{"duplicate", "Ese combo ya está asignado a otro atajo.", 3};
-  endRecording(0, Map{{"keyCode", 3}, {"modifiers", 0x900}, {"display", "⌥⌘F"}});
+  endRecording(0, pressed);
   ASSERT_TRUE(waitFor([&] { return problem(1) == "Ese combo ya está asignado a otro atajo."; }));
   EXPECT_EQ(keys(1), "Ctrl Alt Super T");
   beginRecording(2);
@@ -107,7 +109,7 @@ TEST_F(HotkeySettingsTest, ASecondRecordingTakesThePlaceOfTheFirst) {
   EXPECT_TRUE(data(2, HotkeySettings::recordingRole).toBool());
   EXPECT_FALSE(data(0, HotkeySettings::recordingRole).toBool());
   world.replies["hotkeySet"] = payload(10, "⌥⌘F", 0x900, false);
-  endRecording(1, Map{{"keyCode", 3}, {"modifiers", 0x900}, {"display", "⌥⌘F"}});
+  endRecording(1, pressed);
   EXPECT_TRUE(waitFor([&] { return keys(2) == "Alt Super F"; }));
 }
 

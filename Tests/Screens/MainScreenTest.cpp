@@ -63,10 +63,8 @@ TEST_F(MainScreenTest, SavesWhatIsTypedSoonAndShowsItAgain) {
 TEST_F(MainScreenTest, SaysWhatTheDesktopLacksUntilItHasItOrTheUserHasReadIt) {
   world.desktop.insert("hasTray", true);
   world.desktop.insert("waylandSession", true);
-  world.replies["hotkeysGet"] = Value(List{Map{{"id", std::int64_t{1}},
-                                               {"modifiers", std::int64_t{0x300}},
-                                               {"display", "⇧⌘Space"},
-                                               {"isDefault", true}}});
+  world.replies["hotkeysGet"] = Value(
+      List{Map{{"id", 1}, {"modifiers", 0x300}, {"display", "⇧⌘Space"}, {"isDefault", true}}});
   ASSERT_TRUE(world.showPicture(900, 600));
   const auto cards = [&] {
     QStringList texts;
