@@ -21,7 +21,6 @@ Bytes repeated(const Bytes& unit, std::size_t times) {
 
 TEST(HostileBytes, areRefused) {
   const std::pair<const char*, Bytes> cases[] = {
-
       {"int32", hex("03 000000")},
       {"int64", hex("04 00000000000000")},
       {"doubleInItsPadding", hex("06 0000")},

@@ -20,7 +20,6 @@ const double infinity = std::numeric_limits<double>::infinity();
 
 TEST(StandardMessageCodec, encodesToTheByteAndBack) {
   const std::tuple<const char*, Value, Bytes> cases[] = {
-
       {"null", {}, hex("00")},
       {"true", true, hex("01")},
       {"false", false, hex("02")},
@@ -55,7 +54,6 @@ TEST(StandardMessageCodec, encodesToTheByteAndBack) {
        hex("0c 05 00000000 06 00 000000000000f83f")},
       {"alignedFromTheMessageStart", List{true, std::vector<float>{1.5F}, 1.5},
        hex("0c 03 01 0e 01 000000 0000c03f 06 000000 000000000000f83f")},
-
       {"largestOneByte", text(253), joined(hex("07 fd"), as(253))},
       {"smallestTwoBytes", text(254), joined(hex("07 fe fe00"), as(254))},
       {"twoBytes", text(255), joined(hex("07 fe ff00"), as(255))},
