@@ -45,7 +45,6 @@ TEST_F(UpdateSessionTest, AnUpdateFoundInTheBackgroundWaitsWithoutAWindowUntilTh
   EXPECT_TRUE(becomesTrue([&] { return isActive(); }));
   updates().checkForUpdates();
   EXPECT_TRUE(staysTrue([] { return window() != nullptr; }, 50ms)) << "brought to the front only";
-  savePicture("found");
 
   press("Remind Me Later");
   EXPECT_FALSE(window());
@@ -108,7 +107,6 @@ TEST_F(UpdateSessionTest, WithoutANewerVersionTheUserIsToldAndNobodyElse) {
     start(configuration());
     updates().checkForUpdates();
     EXPECT_TRUE(waitForWords(each.words));
-    savePicture(each.offered);
     press("OK");
     EXPECT_FALSE(window());
   }
@@ -139,7 +137,6 @@ TEST_F(UpdateSessionTest, AVerifiedPackageIsHandedToTheDesktop) {
   findByAsking(configuration());
   press("Install Update");
   ASSERT_TRUE(waitForWords("handed to your program for packages"));
-  savePicture("ready");
   ASSERT_EQ(opened.size(), 1);
   QFile file(QUrl(opened.front()).toLocalFile());
   ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << opened.front().toStdString();
@@ -181,7 +178,6 @@ TEST_F(UpdateSessionTest, ADownloadThatIsNotWhatWasSignedIsRemovedAndNotOpened) 
     EXPECT_TRUE(opened.empty());
     EXPECT_TRUE(filesInFolder().empty());
   }
-  savePicture("refused");
 }
 
 TEST_F(UpdateSessionTest, APackageThatAnotherKeySignedIsRefused) {
@@ -200,7 +196,6 @@ TEST_F(UpdateSessionTest, ARunningDownloadShowsHowFarItIsAndCanBeCancelled) {
   findByAsking(configuration());
   press("Install Update");
   ASSERT_TRUE(waitForWords("of 195.31 KiB"));
-  savePicture("downloading");
   EXPECT_EQ(filesInFolder().size(), 1);
   press("Cancel");
   EXPECT_FALSE(window());

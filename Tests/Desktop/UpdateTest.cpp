@@ -4,7 +4,6 @@
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
-#include <QtWidgets/QStyle>
 #include <QtWidgets/QTextBrowser>
 #include <stdexcept>
 #include <utility>
@@ -127,18 +126,6 @@ void UpdateTest::press(const char* label) {
 
 QStringList UpdateTest::filesInFolder() const {
   return QDir(configuration().folder).entryList(QDir::Files | QDir::Hidden);
-}
-
-void UpdateTest::savePicture(const char* name) const {
-  const auto folder = qEnvironmentVariable("ZEPHYX_UPDATE_PICTURES");
-  if (folder.isEmpty() || !window()) return;
-  const auto path = folder + QLatin1Char('/') + QLatin1String(name);
-  window()->grab().save(path + QStringLiteral(".png"));
-  const auto dark = QApplication::palette();
-  QApplication::setPalette(QApplication::style()->standardPalette());
-  QCoreApplication::processEvents();
-  window()->grab().save(path + QStringLiteral("-light.png"));
-  QApplication::setPalette(dark);
 }
 
 bool UpdateTest::shouldHandleShowingScheduledUpdate(const std::string& version, bool focus) {

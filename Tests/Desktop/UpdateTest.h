@@ -58,8 +58,6 @@ class UpdateTest : public testing::Test, public SoftwareUpdateDelegate {
   static QPushButton* button(const char* label);
   static void press(const char* label);
   QStringList filesInFolder() const;
-  /// Keeps a picture for people to look at, when ZEPHYX_UPDATE_PICTURES names a folder.
-  void savePicture(const char* name) const;
 
   std::optional<std::string> feedUrlString() override { return std::nullopt; }
   bool supportsGentleScheduledUpdateReminders() override { return true; }

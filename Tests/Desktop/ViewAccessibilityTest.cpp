@@ -42,8 +42,8 @@ void forEach(QAccessibleInterface* item, const std::function<void(QAccessibleInt
   }
 }
 
-/// The whole status menu, and the heads-up panels, for a user who has no mouse or does not see.
-/// With ZEPHYX_VIEW_PICTURES set to a folder, the menu's look goes there.
+/// The whole status menu, and the heads-up panels: with the mouse, and for a user who has none or
+/// does not see.
 class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
  protected:
   ViewAccessibilityTest() { height_ = 900; }
@@ -105,11 +105,6 @@ class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
     input().tap(code);
     pass(milliseconds(15));
   }
-  void savePicture(const std::string& name) {
-    const char* folder = std::getenv("ZEPHYX_VIEW_PICTURES");
-    if (!folder) return;
-    desktop().screenshot(std::string(folder) + '/' + name + '-' + GetParam().name + ".png");
-  }
 
   std::unique_ptr<InputLockController> lock_;
   std::shared_ptr<StatusItem> icon_;
@@ -127,7 +122,6 @@ class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
 TEST_P(ViewAccessibilityTest, EachControlOfTheMenuHasANameARoleAndAWayForTheKeyboard) {
   isMuted_ = true;
   open();
-  savePicture("menu");
   std::map<QAccessibleInterface*, std::string> unreached;
   std::vector<std::string> found;
   forEach(QAccessible::queryAccessibleInterface(menu()), [&](QAccessibleInterface& item) {
@@ -171,6 +165,34 @@ TEST_P(ViewAccessibilityTest, EachControlOfTheMenuHasANameARoleAndAWayForTheKeyb
   EXPECT_TRUE(becomesTrue([&] { return !menu(); }));
 }
 
+TEST_P(ViewAccessibilityTest, TheMouseDragsTheSliderAndTheMenuStaysOpen) {
+  open();
+  const auto& brightness = ExternalDisplayBrightness::shared();
+  const auto& slider = *shown(BrightnessMenuItemView::title);
+  const bool isMirrored = GetParam().isMirrored;
+  const auto end =
+      slider.mapToGlobal(QPoint(isMirrored ? 8 : slider.width() - 8, slider.height() / 2));
+  pointAt(end);
+  pass(milliseconds(30));
+  input().pressButton();
+  double level = brightness.last();
+  for (int step = 2; step <= 10; ++step) {
+    pointAt(end + QPoint(isMirrored ? 10 * step : -10 * step, 0));
+    ASSERT_TRUE(becomesTrue([&] { return brightness.last() < level; })) << step;
+    level = brightness.last();
+  }
+  input().releaseButton();
+  // A click beside a control is no choice of its row.
+  clickAt(slider.mapToGlobal(QPoint(slider.width() / 2, -6)));
+  pass(milliseconds(100));
+  EXPECT_TRUE(menuIsOpen());
+  EXPECT_EQ(brightness.last(), level);
+
+  const auto dark = pixels(slider);
+  QApplication::setPalette(QPalette(QColor(0xf0, 0xf0, 0xf0), QColor(0xf6, 0xf6, 0xf6)));
+  EXPECT_TRUE(becomesTrue([&] { return pixels(slider) != dark; })) << "it follows the desktop";
+}
+
 TEST_P(ViewAccessibilityTest, AKeyThatFlipsTheAccordionLeavesTheKeyboardOnItsRow) {
   open();
   for (int presses = 0; presses < 20 && !(focused() && nameOf(*focused()) == "Claude Code");
@@ -183,7 +205,6 @@ TEST_P(ViewAccessibilityTest, AKeyThatFlipsTheAccordionLeavesTheKeyboardOnItsRow
     pass(milliseconds(50));
     ASSERT_NE(focused(), nullptr);
     EXPECT_EQ(nameOf(*focused()), "Claude Code");
-    if (opens) savePicture("menu-flipped");
   }
   // It goes on from there.
   press(key::Down);

@@ -1,11 +1,9 @@
 #include <gmock/gmock.h>
 
-#include <QtGui/QPalette>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <QtWidgets/QPushButton>
-#include <cstdlib>
 
 #include "Platform/Label.h"
 #include "Platform/UserDefaults.h"
@@ -20,8 +18,7 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// The coding agents' row in a real menu. With ZEPHYX_VIEW_PICTURES set to a folder, what it looks
-/// like in each state goes there.
+/// The coding agents' row in a real menu.
 class ViewAgentUsageTest : public ViewTest, public MenuDelegate {
  protected:
   void SetUp() override {
@@ -76,20 +73,6 @@ class ViewAgentUsageTest : public ViewTest, public MenuDelegate {
     provider_->answer(result);
     pass(milliseconds(50));
   }
-  void savePicture(const std::string& state) {
-    const char* folder = std::getenv("ZEPHYX_VIEW_PICTURES");
-    if (!folder) return;
-    for (const auto& [name, palette] :
-         {std::pair("dark", QApplication::palette()),
-          std::pair("light", QPalette(QColor(0xf0, 0xf0, 0xf0), QColor(0xf6, 0xf6, 0xf6)))}) {
-      const auto before = QApplication::palette();
-      QApplication::setPalette(palette);
-      pass(milliseconds(150));
-      desktop().screenshot(std::string(folder) + "/agents-" + state + '-' + GetParam().name + '-' +
-                           name + ".png");
-      QApplication::setPalette(before);
-    }
-  }
 
   const std::shared_ptr<FakeUsageProvider> provider_ = std::make_shared<FakeUsageProvider>();
   int openings_ = 0;
@@ -112,8 +95,6 @@ TEST_P(ViewAgentUsageTest, ANewHeightLeavesTheMenuWhereItWas) {
   EXPECT_EQ(menu()->geometry().topLeft(), before.topLeft());
   EXPECT_EQ(menu()->geometry().size(), before.size() + QSize(0, 50 + 5 * 18));
 
-  savePicture("hovered");
-
   provider_->answer(usageWith(0, 0));
   EXPECT_TRUE(becomesTrue([&] { return menu()->height() == before.height() + 50; }));
   EXPECT_EQ(openings_, 2);
@@ -121,7 +102,6 @@ TEST_P(ViewAgentUsageTest, ANewHeightLeavesTheMenuWhereItWas) {
   // By the keyboard, too.
   input().tap(key::Down);
   pass(milliseconds(20));
-  savePicture("focused");
   input().tap(key::Return);
   ASSERT_TRUE(becomesTrue([&] { return openings_ == 3 && menuIsOpen(); }));
   EXPECT_EQ(menu()->geometry(), before);
@@ -135,7 +115,6 @@ TEST_P(ViewAgentUsageTest, TheQuestionHasTheKeyboardOnceTheMenuHasGone) {
   click(button);
   ASSERT_TRUE(becomesTrue([&] { return QApplication::activeWindow() && !menu(); }));
   pass(milliseconds(50));
-  savePicture("consent");
   EXPECT_TRUE(provider_->requests.empty());
   input().tap(key::Return);
   ASSERT_TRUE(becomesTrue([&] { return provider_->requests.size() == 1; }));
@@ -146,7 +125,6 @@ TEST_P(ViewAgentUsageTest, TheQuestionHasTheKeyboardOnceTheMenuHasGone) {
 TEST_P(ViewAgentUsageTest, EachStateHasRoomForAllItsWords) {
   const auto expectRoom = [&](const char* state) {
     SCOPED_TRACE(state);
-    savePicture(state);
     for (const auto* label : menu()->findChildren<QLabel*>()) {
       if (!label->isVisible()) continue;
       EXPECT_FALSE(label->text().contains(QChar(0x2026))) << label->text().toStdString();

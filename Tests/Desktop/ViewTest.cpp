@@ -21,15 +21,10 @@ void ViewTest::SetUp() {
   platform_ = makePlatform(1, arguments);
   if (!platform_) throw std::runtime_error("another instance runs on the new desktop");
   if (GetParam().isMirrored) QApplication::setLayoutDirection(Qt::RightToLeft);
-  sample_ = std::make_unique<SampleMenu>();
-  statusItem_ = platform_->statusBar().makeStatusItem(-2);
-  statusItem_->setMenu(sample_->menu);
   input().movePointer(200 * GetParam().scale, 100 * GetParam().scale);
 }
 
 void ViewTest::TearDown() {
-  statusItem_.reset();
-  sample_.reset();
   platform_.reset();
   desktop_.reset();
 }
@@ -61,18 +56,11 @@ bool ViewTest::menuIsOpen() {
   return menu() && desktop_->windows().describe(static_cast<WindowId>(menu()->winId())).viewable;
 }
 
-void ViewTest::openMenu() {
-  statusItem_->performClick();
-  ASSERT_TRUE(becomesTrue([&] { return menuIsOpen(); }));
-  pass(std::chrono::milliseconds(50));
-}
-
-QWidget* ViewTest::shown(const View& view) {
-  const auto name = QString::fromStdString(view.accessibilityLabel());
+QWidget* ViewTest::shown(const std::string& name) {
   for (auto* widget : QApplication::allWidgets()) {
-    if (widget->accessibleName() == name && widget->isVisible()) return widget;
+    if (widget->accessibleName().toStdString() == name && widget->isVisible()) return widget;
   }
-  throw std::runtime_error("nothing on the screen is called " + view.accessibilityLabel());
+  throw std::runtime_error("nothing on the screen is called " + name);
 }
 
 void ViewTest::pointAt(QPoint place) {
@@ -84,7 +72,11 @@ void ViewTest::pointAt(const QWidget& widget) {
 }
 
 void ViewTest::click(const QWidget& widget) {
-  pointAt(widget);
+  clickAt(widget.mapToGlobal(widget.rect().center()));
+}
+
+void ViewTest::clickAt(QPoint place) {
+  pointAt(place);
   pass(std::chrono::milliseconds(30));
   input().pressButton();
   pass(std::chrono::milliseconds(20));

@@ -9,7 +9,7 @@
 #include <string>
 
 #include "Platform/Platform.h"
-#include "Tests/Desktop/ViewSamples.h"
+#include "Platform/View.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
 class QMenu;
@@ -44,7 +44,6 @@ class ViewTest : public testing::TestWithParam<ViewAppearance> {
   Platform& platform() { return *platform_; }
   VirtualDesktop& desktop() { return *desktop_; }
   DesktopInput& input() { return desktop_->input(); }
-  SampleMenu& sample() { return *sample_; }
 
   /// Handles the toolkit's events until `condition` holds.
   [[nodiscard]] static bool becomesTrue(
@@ -52,16 +51,17 @@ class ViewTest : public testing::TestWithParam<ViewAppearance> {
       std::chrono::milliseconds deadline = std::chrono::seconds(5));
   static void pass(std::chrono::milliseconds duration);
 
-  void openMenu();
   bool menuIsOpen();
   /// The open menu; null when there is none.
   static QMenu* menu();
-  /// The widget that shows a view of the sample, by the name that assistive technology has for it.
-  static QWidget* shown(const View& view);
+  /// The widget that shows a view, by the name that assistive technology has for it.
+  static QWidget* shown(const std::string& name);
+  static QWidget* shown(const View& view) { return shown(view.accessibilityLabel()); }
   /// The pointer goes to a place in a widget, or on the desktop; from right to left where lines do.
   void pointAt(const QWidget& widget);
   void pointAt(QPoint place);
   void click(const QWidget& widget);
+  void clickAt(QPoint place);
   /// A checksum of what the server shows of a widget.
   static std::size_t pixels(const QWidget& widget);
 
@@ -70,8 +70,6 @@ class ViewTest : public testing::TestWithParam<ViewAppearance> {
  private:
   std::unique_ptr<VirtualDesktop> desktop_;
   std::unique_ptr<Platform> platform_;
-  std::unique_ptr<SampleMenu> sample_;
-  std::shared_ptr<StatusItem> statusItem_;
 };
 
 }  // namespace zephyx
