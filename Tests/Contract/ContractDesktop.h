@@ -71,8 +71,6 @@ class ContractDesktop {
   virtual void bringOtherApplicationToFront() = 0;
   /// What was typed and pasted into its text field.
   virtual std::string otherApplicationText() = 0;
-  /// It ends, its window with it.
-  virtual void quitOtherApplication() = 0;
 
   // The user's own keyboard
 
@@ -127,19 +125,6 @@ class ContractDesktop {
   virtual void webServerReplies(const WebReply& reply) = 0;
   /// The requests that it got, the oldest first, with their paths as URLs.
   virtual std::vector<UrlRequest> webRequests() = 0;
-
-  // Sensors
-
-  /// What the sensor on the processor's die says, in °C; nothing takes it out. At first the machine
-  /// has no sensor.
-  virtual void setDieTemperature(std::optional<double> celsius) = 0;
-
-  // Software updates. The host's own version is lower than 2.
-
-  /// What the update feed holds from now on.
-  virtual void offerUpdate(const std::string& version) = 0;
-  /// Lets the time of the first scheduled check come; the check itself may take a moment more.
-  virtual void reachTimeOfUpdateCheck() = 0;
 };
 
 /// Makes the desktop of one test. The name tells runs apart in the names of the tests.

@@ -23,4 +23,6 @@ TEST_P(DisplaysContract, AnExternalDisplayIsDimmedAndGetsItsPictureBack) {
   EXPECT_EQ(desktop().whiteLevel(), 1);
 }
 
+INSTANTIATE_TEST_SUITE_P(Desktops, DisplaysContract, contractDesktops(), contractRunName);
+
 }  // namespace zephyx

@@ -125,8 +125,6 @@ TEST_P(EngineContract, AfterShutDownEverythingIsSilentAndHarmless) {
   EXPECT_EQ(replies, 0);
 }
 
-TEST_P(EngineContract, AMissingEntryPointDoesNotRun) {
-  EXPECT_FALSE(platform().flutterEngines().makeEngine("other")->run("noSuchEntryPoint"));
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, EngineContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

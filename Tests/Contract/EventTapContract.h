@@ -86,12 +86,6 @@ TEST_P(EventTapContract, NorDoTheyReachTheHostsOwnWindows) {
   EXPECT_TRUE(becomesTrue([&] { return monitored == 1; }));
 }
 
-TEST_P(EventTapContract, ATapForTheMouseLeavesTheKeyboardAlone) {
-  desktop().startOtherApplication();
-  const auto tap = makeTap(mouse);
-  desktop().pressKey(keyA, 0);
-  EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "a"; }));
-  EXPECT_TRUE(seen_.empty());
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, EventTapContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

@@ -174,14 +174,6 @@ TEST_P(KeyboardContract, ACapturedKeyboardIsTheHostsAloneUntilItIsGivenBack) {
   EXPECT_TRUE(becomesTrue([&] { return seen.size() == 2; }));
 }
 
-TEST_P(KeyboardContract, TheLayoutNamesKeysUnshifted) {
-  const auto& layout = platform().keyboardLayout();
-  EXPECT_EQ(layout.character(keyT), "t");
-  EXPECT_EQ(layout.character(keyCode::v), "v");
-  EXPECT_EQ(layout.character(500), "");
-  EXPECT_EQ(layout.uppercased("ö"), "Ö");
-  EXPECT_EQ(layout.uppercased("ß"), "SS");
-  EXPECT_EQ(layout.lowercased("Я"), "я");
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, KeyboardContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

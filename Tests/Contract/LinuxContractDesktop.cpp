@@ -116,9 +116,6 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
 LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
   qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
-  setenv("ZEPHYX_HWMON", sensors_.folder().c_str(), 1);
-  qputenv("ZEPHYX_UPDATE_FEED", updateFeed_.address().toUtf8());
-  qputenv("ZEPHYX_UPDATE_KEY", updateFeed_.publicKey().toBase64());
   static char name[] = "linux_contract_tests";
   static char* arguments[] = {name, nullptr};
   platform_ = makePlatform(1, arguments);
@@ -180,14 +177,6 @@ void LinuxContractDesktop::bringOtherApplicationToFront() {
 
 std::string LinuxContractDesktop::otherApplicationText() {
   return otherApplication_->text();
-}
-
-void LinuxContractDesktop::quitOtherApplication() {
-  const auto window = otherApplication_->window().id;
-  otherApplication_->process().terminate();
-  if (!waitFor([&] { return !desktop_.windows().exists(window); })) {
-    throw std::runtime_error("the window of the ended program stays");
-  }
 }
 
 void LinuxContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
@@ -324,22 +313,6 @@ void LinuxContractDesktop::webServerReplies(const WebReply& reply) {
                     .interval = std::chrono::milliseconds(std::lround(reply.interval * 1000))};
   if (!reply.location.empty()) answer.headers = "Location: " + reply.location + "\r\n";
   webServer_->reply(std::move(answer));
-}
-
-void LinuxContractDesktop::setDieTemperature(std::optional<double> celsius) {
-  if (celsius) {
-    sensors_.setProcessor(std::to_string(std::lround(*celsius * 1000)));
-  } else {
-    sensors_.remove("hwmon0");
-  }
-}
-
-void LinuxContractDesktop::offerUpdate(const std::string& version) {
-  updateFeed_.offer(QByteArray::fromStdString(version), "package");
-}
-
-void LinuxContractDesktop::reachTimeOfUpdateCheck() {
-  runUntil([&] { return updateServer_.requests(QStringLiteral("feed.xml")) > 0; }, 20);
 }
 
 }  // namespace zephyx

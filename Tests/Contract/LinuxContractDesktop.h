@@ -5,9 +5,7 @@
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
-#include "Tests/Desktop/UpdateFeed.h"
 #include "Tests/Desktop/VirtualDesktop.h"
-#include "Tests/Linux/SensorTree.h"
 
 class QMenu;
 
@@ -30,7 +28,6 @@ class LinuxContractDesktop final : public ContractDesktop {
   void startOtherApplication() override;
   void bringOtherApplicationToFront() override;
   std::string otherApplicationText() override;
-  void quitOtherApplication() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
   void holdModifiers(std::uint64_t modifierFlags) override;
@@ -57,19 +54,11 @@ class LinuxContractDesktop final : public ContractDesktop {
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override { return webServer_->requests(); }
 
-  void setDieTemperature(std::optional<double> celsius) override;
-
-  void offerUpdate(const std::string& version) override;
-  void reachTimeOfUpdateCheck() override;
-
  private:
   void copy(const std::vector<PasteboardItem>& items, bool hangs);
 
   VirtualDesktop desktop_;
-  SensorTree sensors_{desktop_.home() / "hwmon"};
   LinuxContractMicrophones microphones_{desktop_};
-  UpdateServer updateServer_;
-  UpdateFeed updateFeed_{updateServer_};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;

@@ -55,11 +55,6 @@ std::string SimulatedContractDesktop::otherApplicationText() {
   return otherApplication_->text;
 }
 
-void SimulatedContractDesktop::quitOtherApplication() {
-  otherApplication_->acceptsRequests = false;
-  if (otherApplication_->isActive()) machine_.workspace.bringToFront(nullptr);
-}
-
 void SimulatedContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
   machine_.keyboard.press(keyCode, modifierFlags);
 }
@@ -131,20 +126,6 @@ std::vector<UrlRequest> SimulatedContractDesktop::webRequests() {
   auto requests = machine_.urlSession.requests();
   for (auto& request : requests) request.url.erase(0, std::string(webAddress).size());
   return requests;
-}
-
-void SimulatedContractDesktop::setDieTemperature(std::optional<double> celsius) {
-  auto& sensors = machine_.temperatureSensors.sensors;
-  sensors.clear();
-  if (celsius) sensors.push_back({"PMU tdie1", *celsius});
-}
-
-void SimulatedContractDesktop::offerUpdate(const std::string& version) {
-  machine_.softwareUpdate.offer(version);
-}
-
-void SimulatedContractDesktop::reachTimeOfUpdateCheck() {
-  machine_.softwareUpdate.runScheduledCheck(false);
 }
 
 }  // namespace zephyx

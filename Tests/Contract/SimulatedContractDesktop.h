@@ -25,7 +25,6 @@ class SimulatedContractDesktop final : public ContractDesktop {
   void startOtherApplication() override;
   void bringOtherApplicationToFront() override;
   std::string otherApplicationText() override;
-  void quitOtherApplication() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
   void holdModifiers(std::uint64_t modifierFlags) override;
@@ -51,11 +50,6 @@ class SimulatedContractDesktop final : public ContractDesktop {
   std::string startWebServer() override { return webAddress; }
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override;
-
-  void setDieTemperature(std::optional<double> celsius) override;
-
-  void offerUpdate(const std::string& version) override;
-  void reachTimeOfUpdateCheck() override;
 
  private:
   static constexpr const char* webAddress = "https://web.example";

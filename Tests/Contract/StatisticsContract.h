@@ -1,16 +1,14 @@
 #pragma once
 
 #include "Platform/HostStatistics.h"
-#include "Platform/TemperatureSensors.h"
 #include "Tests/Contract/ContractTest.h"
 
 namespace zephyx {
 
-/// The machine's load and its temperature sensors.
+/// The machine's load.
 class StatisticsContract : public ContractTest {
  protected:
   HostStatistics& statistics() { return platform().hostStatistics(); }
-  TemperatureSensors& sensors() { return platform().temperatureSensors(); }
 };
 
 TEST_P(StatisticsContract, ProcessorTicksGoOnWithTime) {
@@ -43,17 +41,6 @@ TEST_P(StatisticsContract, MemoryAndDiskAreFiguresThatFitTogether) {
   EXPECT_FALSE(statistics().volumeCapacity("/no such folder"));
 }
 
-TEST_P(StatisticsContract, TheSensorOnTheDieIsReadAnewEachTime) {
-  EXPECT_TRUE(sensors().readings().empty());
-  for (const double celsius : {41.5, 88.0, 0.0}) {
-    desktop().setDieTemperature(celsius);
-    const auto readings = sensors().readings();
-    ASSERT_EQ(readings.size(), 1u);
-    EXPECT_EQ(readings[0].name.rfind("PMU tdie", 0), 0u) << readings[0].name;
-    EXPECT_DOUBLE_EQ(readings[0].celsius, celsius);
-  }
-  desktop().setDieTemperature(std::nullopt);
-  EXPECT_TRUE(sensors().readings().empty());
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, StatisticsContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

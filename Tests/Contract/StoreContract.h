@@ -1,13 +1,12 @@
 #pragma once
 
-#include "Platform/Directories.h"
 #include "Platform/Image.h"
 #include "Platform/UserDefaults.h"
 #include "Tests/Contract/ContractTest.h"
 
 namespace zephyx {
 
-/// User defaults, folders and pictures.
+/// User defaults and pictures.
 class StoreContract : public ContractTest {
  protected:
   UserDefaults& defaults() { return platform().userDefaults(); }
@@ -54,15 +53,6 @@ TEST_P(StoreContract, UserDefaultsKeepKindsApartAndSurviveARestart) {
   EXPECT_EQ(defaults().string("hotkeys.v1"), "now a string");
 }
 
-TEST_P(StoreContract, FoldersAreAbsolute) {
-  const auto support = platform().directories().applicationSupport();
-  ASSERT_TRUE(support);
-  for (const auto& path : {*support, platform().directories().home()}) {
-    EXPECT_EQ(path.front(), '/');
-    EXPECT_NE(path.back(), '/');
-  }
-}
-
 TEST_P(StoreContract, PicturesDecodeScaleAndEncode) {
   const auto image = images().decode(desktop().encodedPicture({400, 100}));
   ASSERT_TRUE(image);
@@ -78,5 +68,7 @@ TEST_P(StoreContract, PicturesDecodeScaleAndEncode) {
   EXPECT_EQ(again->pixelSize(), small->pixelSize());
   EXPECT_FALSE(image->drawnAtSize({0, 60}));
 }
+
+INSTANTIATE_TEST_SUITE_P(Desktops, StoreContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

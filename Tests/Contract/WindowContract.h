@@ -59,15 +59,6 @@ TEST_P(WindowContract, ShowsHidesAndKeepsItsFrame) {
   EXPECT_TRUE(becomesTrue([&] { return window->frame() == frame; }));
 }
 
-TEST_P(WindowContract, CentersOnTheMainScreen) {
-  const auto window = makeWindow();
-  window->center();
-  const auto& screens = platform().screens();
-  ASSERT_GE(screens.mainScreenIndex(), 0);
-  const auto screen = screens.screens().at(static_cast<std::size_t>(screens.mainScreenIndex()));
-  EXPECT_NEAR(window->frame().midX(), screen.visibleFrame.midX(), 2);
-}
-
 TEST_P(WindowContract, KeyStatusMovesBetweenTheHostsWindowsWithItsNotifications) {
   const auto first = makeWindow(WindowKind::window);
   const auto second = makeWindow();
@@ -164,9 +155,6 @@ TEST_P(WindowContract, AContentViewHasTheWindowsSizeUntilItIsTakenOut) {
   EXPECT_TRUE(becomesTrue([&] { return remains.expired(); }));
 }
 
-TEST_P(WindowContract, NamesTheFirstResponder) {
-  const auto window = makeWindow();
-  EXPECT_EQ(window->firstResponderDescription(), "nil");
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, WindowContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

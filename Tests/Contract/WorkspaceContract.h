@@ -67,15 +67,6 @@ TEST_P(WorkspaceContract, ActivationTakesEffectAfterTheRequest) {
   EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "a"; }));
 }
 
-TEST_P(WorkspaceContract, AnApplicationThatHasEndedIsNotActiveAndDoesNoHarm) {
-  const auto other = meetOtherApplication();
-  ASSERT_TRUE(other);
-  bringHostToFront();
-  desktop().quitOtherApplication();
-  activate(*other);
-  desktop().pass(0.3);
-  EXPECT_FALSE(other->isActive());
-  EXPECT_FALSE(other->bundleIdentifier().empty());
-}
+INSTANTIATE_TEST_SUITE_P(Desktops, WorkspaceContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

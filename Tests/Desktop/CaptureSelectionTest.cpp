@@ -19,7 +19,6 @@ class CaptureSelectionTest : public CaptureTest {
     ASSERT_TRUE(runUntil([&] { return entries().size() == before + 1; }));
   }
   void userCopiesText(const std::string& text) { userCopies({{"UTF8_STRING", text}}); }
-  bool isClipboardOwnerless() { return desktop().windows().selectionOwner("CLIPBOARD") == 0; }
 
  private:
   std::optional<ClipboardProgram> program_;
@@ -69,32 +68,6 @@ TEST_F(CaptureSelectionTest, FetchesTheSelectionOfEveryKindOfProgramAndPutsTheCl
   EXPECT_EQ(entries().back(), "a copy of the user's own");
 }
 
-TEST_F(CaptureSelectionTest, FetchesTheSelectionInEveryLayout) {
-  const std::pair<const char*, unsigned> layouts[] = {
-      {"us,ru", 1}, {"dvorak,ru", 1}, {"fr", 0}, {"us,de", 1}};
-  for (const auto kind : {Kind::Gtk, Kind::Qt}) {
-    const TargetProgram target(desktop(), kind, "selected");
-    input().chord({key::Control, key::A});
-    for (const auto& [layout, group] : layouts) {
-      SCOPED_TRACE(TargetProgram::name(kind) + ", " + layout);
-      desktop().run({"setxkbmap", layout});
-      input().lockLayout(group);
-      EXPECT_EQ(captured(), "selected");
-      EXPECT_EQ(input().lockedLayout(), group);
-    }
-    desktop().run({"setxkbmap", "us"});
-    input().lockLayout(0);
-  }
-}
-
-TEST_F(CaptureSelectionTest, AClipboardThatWasEmptyIsEmptyAgain) {
-  const TargetProgram target(desktop(), Kind::Qt, "selected");
-  ASSERT_TRUE(isClipboardOwnerless());
-  EXPECT_EQ(captured(), "selected");
-  EXPECT_TRUE(runUntil([&] { return isClipboardOwnerless(); }));
-  EXPECT_TRUE(runsWithout([&] { return !entries().empty() || !isClipboardOwnerless(); }, 600ms));
-}
-
 TEST_F(CaptureSelectionTest, WaitsForASlowProgramButNotForAVerySlowOne) {
   userCopiesText("before");
   {
@@ -135,21 +108,6 @@ TEST_F(CaptureSelectionTest, AHungClipboardDoesNotKillTheHotkey) {
   const auto begin = std::chrono::steady_clock::now();
   EXPECT_EQ(captured(), "selected");
   EXPECT_LT(std::chrono::steady_clock::now() - begin, 1500ms * patience());
-}
-
-class CaptureWithoutPermissionTest : public CaptureTest {
- protected:
-  CaptureWithoutPermissionTest() { options_.serverArguments = {"-extension", "XTEST"}; }
-};
-
-TEST_F(CaptureWithoutPermissionTest, TakesTheTextThatIsOnTheClipboard) {
-  const TargetProgram target(desktop(), Kind::Qt, "selected");
-  desktop().copy("on the clipboard");
-  ASSERT_TRUE(runUntil([&] { return !entries().empty(); }));
-  std::optional<std::string> text;
-  SelectionCapture::capture([&](std::optional<std::string> captured) { text = captured; });
-  EXPECT_TRUE(runUntil([&] { return text.has_value(); }));
-  EXPECT_EQ(text, "on the clipboard");
 }
 
 }  // namespace

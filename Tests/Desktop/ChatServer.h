@@ -1,44 +1,37 @@
 #pragma once
 
-#include <atomic>
-#include <string>
-#include <thread>
-#include <vector>
+#include "Tests/Desktop/HttpsServer.h"
 
 namespace zephyx {
 
-/// A server on the loopback that speaks the chat-completions protocol: answers one request after
-/// the other with the same pieces of text, as server-sent events. Ends with this object.
+/// A server on the loopback that speaks the chat-completions protocol: answers each request with
+/// the same pieces of text, as server-sent events. Ends with this object.
 class ChatServer {
  public:
-  /// With `hangs`, an answer never ends by itself.
-  explicit ChatServer(std::vector<std::string> pieces, bool hangs = false);
-  ChatServer(const ChatServer&) = delete;
-  ChatServer& operator=(const ChatServer&) = delete;
-  ~ChatServer();
+  explicit ChatServer(const std::vector<std::string>& pieces) {
+    for (const auto& piece : pieces)
+      events_ += "data: {\"choices\":[{\"delta\":{\"content\":\"" + piece + "\"}}]}\n\n";
+    setHangs(false);
+  }
 
-  std::string address() const;
-  int requests() const { return requests_; }
+  std::string address() const { return server_.address() + "/v1"; }
+  int requests() const { return server_.requests(path); }
   /// Requests that were answered to the last piece.
-  int answered() const { return answered_; }
+  int answered() const { return server_.answered(); }
   /// Answers whose reader went away.
-  int abandoned() const { return abandoned_; }
-  /// Settled before the next request.
-  void setHangs(bool hangs) { hangs_ = hangs; }
+  int abandoned() const { return server_.abandoned(); }
+  /// Whether answers from now on have no end.
+  void setHangs(bool hangs) {
+    server_.set(path, {.headers = "Content-Type: text/event-stream\r\nConnection: close\r\n",
+                       .body = events_ + (hangs ? "" : "data: [DONE]\n\n"),
+                       .hangs = hangs});
+  }
 
  private:
-  void run();
-  void serve(int client);
+  static constexpr const char* path = "/v1/chat/completions";
 
-  std::vector<std::string> pieces_;
-  std::atomic<bool> hangs_;
-  std::atomic<bool> isEnding_ = false;
-  std::atomic<int> requests_ = 0;
-  std::atomic<int> answered_ = 0;
-  std::atomic<int> abandoned_ = 0;
-  int listener_ = -1;
-  int port_ = 0;
-  std::thread thread_;
+  HttpsServer server_{{}, HttpsServer::Protocol::http};
+  std::string events_;
 };
 
 }  // namespace zephyx

@@ -71,22 +71,6 @@ TEST_F(ClipboardLife, EndsWhileTheThreadIsBeingWokenForSomethingElse) {
   }
 }
 
-TEST_F(ClipboardLife, AnEndedObservationIsNotCalledAndMayEndInItsOwnHandler) {
-  auto& pasteboard = open();
-  ClipboardProgram program;
-  int calls = 0;
-  Registration observation;
-  observation = pasteboard.observeChanges({}, [&] {
-    ++calls;
-    observation.reset();
-  });
-  program.copyText("one");
-  program.copyText("two");
-  ASSERT_TRUE(runUntil([&] { return pasteboard.changeCount() == 2; }));
-  EXPECT_EQ(calls, 1);
-  pasteboard_.reset();
-}
-
 TEST_F(ClipboardLife, ABrokenConnectionIsMadeAnewAndTheClipboardIsAsItWas) {
   auto& pasteboard = openAndObserve();
   ClipboardProgram program;

@@ -1,7 +1,7 @@
 #include "Tests/Desktop/HttpsServer.h"
 
+#include <QtCore/QCoreApplication>
 #include <QtCore/QFile>
-#include <QtCore/QPointer>
 #include <QtCore/QProcess>
 #include <QtCore/QThread>
 #include <QtCore/QTimer>
@@ -9,8 +9,10 @@
 #include <QtNetwork/QSslKey>
 #include <QtNetwork/QSslServer>
 #include <QtNetwork/QSslSocket>
+#include <algorithm>
 #include <atomic>
 #include <deque>
+#include <map>
 #include <mutex>
 #include <stdexcept>
 #include <utility>
@@ -65,6 +67,22 @@ UrlRequest parseRequest(const QByteArray& head) {
   return request;
 }
 
+qint64 bodySize(const UrlRequest& request) {
+  for (const auto& [name, value] : request.headers) {
+    if (QByteArray::fromStdString(name).toLower() == "content-length") return std::stoll(value);
+  }
+  return 0;
+}
+
+/// Threads of the toolkit need one.
+std::unique_ptr<QCoreApplication> applicationWhereThereIsNone() {
+  static int count = 1;
+  static char name[] = "web-server";
+  static char* arguments[] = {name, nullptr};
+  return QCoreApplication::instance() ? nullptr
+                                      : std::make_unique<QCoreApplication>(count, arguments);
+}
+
 }  // namespace
 
 /// Everything but the replies and records, which are locked, belongs to the thread.
@@ -92,8 +110,10 @@ class HttpsServer::Listener {
   int port = 0;
   std::string scheme;
   std::atomic<std::size_t> sentBytes{0};
+  std::atomic<int> answered{0}, abandoned{0};
   std::mutex mutex;
   std::deque<HttpsReply> replies{HttpsReply{}};  ///< the first one was given, or nothing is to come
+  std::map<std::string, HttpsReply> files;
   std::vector<UrlRequest> requests;
 
  private:
@@ -116,8 +136,12 @@ class HttpsServer::Listener {
     QObject::connect(client, &QTcpSocket::readyRead, client,
                      [this, client, head = QByteArray()]() mutable {
                        head += client->readAll();
-                       if (!head.endsWith("\r\n\r\n")) return;
-                       answer(client, parseRequest(std::exchange(head, {})));
+                       const auto end = head.indexOf("\r\n\r\n");
+                       if (end < 0) return;
+                       auto request = parseRequest(head.left(end));
+                       if (head.size() < end + 4 + bodySize(request)) return;
+                       head.clear();
+                       answer(client, std::move(request));
                      });
     QObject::connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
   }
@@ -126,15 +150,24 @@ class HttpsServer::Listener {
     auto outgoing = std::make_shared<Outgoing>();
     {
       const std::lock_guard lock(mutex);
-      requests.push_back(std::move(request));
-      if (replies.size() > 1) replies.pop_front();
-      outgoing->reply = replies.front();
+      requests.push_back(request);
+      if (files.empty()) {
+        if (replies.size() > 1) replies.pop_front();
+        outgoing->reply = replies.front();
+      } else {
+        const auto file = files.find(request.url);
+        outgoing->reply = file == files.end() ? HttpsReply{.status = 404} : file->second;
+      }
     }
     const auto& reply = outgoing->reply;
+    const int promised = reply.cutsOff || reply.hangs;
+    if (reply.hangs) {
+      QObject::connect(client, &QTcpSocket::disconnected, client, [this] { ++abandoned; });
+    }
     client->write(QByteArray::fromStdString(
-        "HTTP/1.1 " + std::to_string(reply.status) +
-        " Status\r\nContent-Length: " + std::to_string(outgoing->size() + (reply.cutsOff ? 1 : 0)) +
-        "\r\n" + reply.headers + "\r\n"));
+        "HTTP/1.1 " + std::to_string(reply.status) + " Status\r\nContent-Length: " +
+        std::to_string(outgoing->size() + static_cast<std::size_t>(promised)) + "\r\n" +
+        reply.headers + "\r\n"));
     if (reply.interval.count() > 0) {
       auto* timer = new QTimer(client);
       QObject::connect(timer, &QTimer::timeout, client, [this, client, timer, outgoing] {
@@ -152,6 +185,7 @@ class HttpsServer::Listener {
       }
       if (outgoing->sent < outgoing->size()) return;
       if (outgoing->reply.cutsOff) client->disconnectFromHost();
+      if (!outgoing->reply.hangs) ++answered;
       pump->deleteLater();
     };
     QObject::connect(client, &QTcpSocket::bytesWritten, pump, feed);
@@ -166,6 +200,7 @@ class HttpsServer::Listener {
     return client.bytesToWrite() + (secure ? secure->encryptedBytesToWrite() : 0);
   }
 
+  const std::unique_ptr<QCoreApplication> application_ = applicationWhereThereIsNone();
   QThread thread_;
   std::unique_ptr<QTcpServer> server_;
 };
@@ -190,6 +225,23 @@ int HttpsServer::port() const {
 void HttpsServer::reply(HttpsReply reply) {
   const std::lock_guard lock(listener_->mutex);
   listener_->replies.push_back(std::move(reply));
+}
+
+void HttpsServer::set(const std::string& path, HttpsReply reply) {
+  const std::lock_guard lock(listener_->mutex);
+  listener_->files[path] = std::move(reply);
+}
+
+int HttpsServer::answered() const {
+  return listener_->answered;
+}
+
+int HttpsServer::abandoned() const {
+  return listener_->abandoned;
+}
+
+int HttpsServer::requests(const std::string& path) const {
+  return static_cast<int>(std::ranges::count(requests(), path, &UrlRequest::url));
 }
 
 std::vector<UrlRequest> HttpsServer::requests() const {

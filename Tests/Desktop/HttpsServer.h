@@ -19,10 +19,12 @@ struct HttpsReply {
   std::size_t padding = 0;                ///< bytes behind the body
   std::chrono::milliseconds interval{0};  ///< between two bytes of the body; 0 for all at once
   bool cutsOff = false;                   ///< announces a further byte and closes
+  bool hangs = false;                     ///< announces a further byte, which never comes
 };
 
 /// A web server on the loopback, on a thread of its own, with a new certificate for 127.0.0.1 that
-/// nobody trusts by himself. Needs an application object and the program openssl.
+/// nobody trusts by himself. For that it needs the program openssl. Has an application object of
+/// its own where there is none.
 class HttpsServer {
  public:
   enum class Protocol { https, http };
@@ -40,6 +42,13 @@ class HttpsServer {
   int port() const;
   /// Answers the next request that has no reply yet; the last reply is given again and again.
   void reply(HttpsReply reply);
+  /// Answers requests for that path from now on; other paths without an answer are not found.
+  void set(const std::string& path, HttpsReply reply);
+  /// Answers that went out whole.
+  int answered() const;
+  /// Answers that hung until their reader went away.
+  int abandoned() const;
+  int requests(const std::string& path) const;
   /// The requests that came, with their paths as URLs.
   std::vector<UrlRequest> requests() const;
   /// Bytes of bodies that went out, what the system still holds included.

@@ -5,7 +5,6 @@
 #include "Platform/Events.h"
 #include "Platform/Linux/Input/KeyCodes.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
-#include "Platform/Linux/Input/LinuxKeyboardLayout.h"
 #include "Platform/Linux/X11.h"
 #include "Tests/Desktop/InputTest.h"
 
@@ -108,22 +107,6 @@ TEST_F(InputHotKeysTest, FollowsNumLockToAnotherModifier) {
   EXPECT_EQ(fired(), Fired{2});
 }
 
-TEST_F(InputHotKeysTest, IgnoresAutoRepeat) {
-  desktop().run({"xset", "r", "rate", "100", "50"});
-  const auto registration = add(2);
-  for (int press = 0; press < 2; ++press) {
-    input().pressKey(key::Shift);
-    input().pressKey(key::Super);
-    input().pressKey(key::V);
-    pumpFor(std::chrono::milliseconds(500));
-    input().releaseKey(key::V);
-    pumpFor(std::chrono::milliseconds(20));
-    input().releaseKey(key::Super);
-    input().releaseKey(key::Shift);
-    EXPECT_EQ(fired(), Fired{2});
-  }
-}
-
 TEST_F(InputHotKeysTest, IsRefusedAsAWholeWhenAnotherProgramHoldsOneVariant) {
   const auto key = static_cast<xcb_keycode_t>(xKeycodeFromMac(keyCode::v));
   X11Connection other;
@@ -187,43 +170,6 @@ TEST_F(InputHotKeysTest, DeliversNothingOnceItsRegistrationHasEnded) {
   });
   input().chord({key::Shift, key::Super, key::V});
   EXPECT_EQ(fired(), Fired{3});
-}
-
-TEST_F(InputHotKeysTest, LayoutGivesTheUnshiftedCharacterOfTheLayoutInEffect) {
-  const LinuxKeyboardLayout layout;
-  struct Case {
-    std::vector<std::string> layout;
-    unsigned group;
-    const char* characters;  // of the positions q, z, -, ', v, ., [, =, `
-  };
-  const Case cases[] = {
-      {{"us"}, 0, "q z - ' v . [ = `"},     {{"de"}, 0, "q y ß ä v . ü ´ ^"},
-      {{"ru"}, 0, "й я - э м ю х = ё"},     {{"fr"}, 0, "a w ) ù v : ^ = ²"},
-      {{"dvorak"}, 0, "' ; [ - k v / ] `"}, {{"us,ru"}, 1, "й я - э м ю х = ё"},
-      {{}, 0, "q z - ' v . [ = `"},         {{}, 1, "й я - э м ю х = ё"},
-  };
-  for (const auto& test : cases) {
-    setLayout(test.layout, test.group);
-    pumpAll();
-    std::string characters;
-    for (const std::uint32_t code : {0x0C, 0x06, 0x1B, 0x27, 0x09, 0x2F, 0x21, 0x18, 0x32})
-      characters += (characters.empty() ? "" : " ") + layout.character(code);
-    EXPECT_EQ(characters, test.characters);
-  }
-  setLayout({"us"});
-  pumpAll();
-  for (std::uint32_t code = 0; code < 128; ++code) {
-    const auto key = xKeycodeFromMac(code);
-    if (key != 0) {
-      EXPECT_EQ(macKeyCodeFromX(key), code);
-    }
-    if (const char letter = usLetterOfMacKeyCode(code)) {
-      EXPECT_EQ(layout.character(code), std::string(1, letter));
-    }
-  }
-  EXPECT_EQ(layout.character(keyCode::escape), "");
-  EXPECT_EQ(layout.character(keyCode::leftArrow), "");
-  EXPECT_EQ(layout.character(0x3F), "");
 }
 
 }  // namespace

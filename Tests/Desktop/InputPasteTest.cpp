@@ -5,7 +5,6 @@
 
 #include "Platform/Events.h"
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
-#include "Platform/Linux/Input/LinuxAccessibility.h"
 #include "Platform/Linux/Input/LinuxEventPoster.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
 #include "Platform/Workspace.h"
@@ -72,7 +71,7 @@ class InputPasteTest : public InputTest {
   std::vector<std::chrono::steady_clock::duration> durations_;
 };
 
-TEST_F(InputPasteTest, ReachesEveryKindOfProgramWhileTheHotKeyIsHeld) {
+TEST_F(InputPasteTest, ArrivesOncePerPressWhileTheHotKeyIsHeld) {
   desktop().run({"xset", "r", "rate", "120", "50"});
   struct HotKey {
     std::uint32_t keyCode;
@@ -80,34 +79,29 @@ TEST_F(InputPasteTest, ReachesEveryKindOfProgramWhileTheHotKeyIsHeld) {
     Keys keys;
   };
   const HotKey hotKeys[] = {
-      {keyCode::v,
-       carbonModifier::shift | carbonModifier::command,
-       {key::Shift, key::Super, key::V}},
       {17, allButShift, {key::Control, key::Alt, key::Super, key::T}},
       // The chord that is typed is itself a hot key.
       {keyCode::v, carbonModifier::control, {key::Control, key::V}},
   };
-  for (const auto kind : {Kind::Gtk, Kind::Qt, Kind::Terminal}) {
-    for (const auto& hotKey : hotKeys) {
-      SCOPED_TRACE(TargetProgram::name(kind) + ", key code " + std::to_string(hotKey.keyCode));
-      TargetProgram target(desktop(), kind);
-      const auto registration = addHotKey(hotKey.keyCode, hotKey.modifiers);
-      fired_ = 0;
-      copy("one;");
-      for (const auto key : hotKey.keys) input().pressKey(key);
-      ASSERT_TRUE(pumpUntil([&] { return fired_ == 1; }));
-      // Long enough for many repeats.
-      pumpFor(std::chrono::milliseconds(400));
-      EXPECT_EQ(fired_, 1);
-      // The modifiers stay down; only the key is pressed again.
-      input().releaseKey(hotKey.keys.back());
-      input().tap(hotKey.keys.back());
-      EXPECT_TRUE(pumpUntil([&] { return fired_ == 2; }));
-      for (auto key = hotKey.keys.rbegin() + 1; key != hotKey.keys.rend(); ++key)
-        input().releaseKey(*key);
-      EXPECT_TRUE(noKeyIsDown());
-      EXPECT_TRUE(arrives(target, "one;one;"));
-    }
+  for (const auto& hotKey : hotKeys) {
+    SCOPED_TRACE(hotKey.keyCode);
+    TargetProgram target(desktop(), Kind::Qt);
+    const auto registration = addHotKey(hotKey.keyCode, hotKey.modifiers);
+    fired_ = 0;
+    copy("one;");
+    for (const auto key : hotKey.keys) input().pressKey(key);
+    ASSERT_TRUE(pumpUntil([&] { return fired_ == 1; }));
+    // Long enough for many repeats.
+    pumpFor(std::chrono::milliseconds(400));
+    EXPECT_EQ(fired_, 1);
+    // The modifiers stay down; only the key is pressed again.
+    input().releaseKey(hotKey.keys.back());
+    input().tap(hotKey.keys.back());
+    EXPECT_TRUE(pumpUntil([&] { return fired_ == 2; }));
+    for (auto key = hotKey.keys.rbegin() + 1; key != hotKey.keys.rend(); ++key)
+      input().releaseKey(*key);
+    EXPECT_TRUE(noKeyIsDown());
+    EXPECT_TRUE(arrives(target, "one;one;"));
   }
 }
 
@@ -228,13 +222,6 @@ TEST_F(InputPasteTest, ReachesTheProgramInFrontWhileAMenuOfThisProgramIsOpen) {
   copy("past the menu");
   paste();
   EXPECT_TRUE(arrives(target, "past the menu"));
-}
-
-TEST_F(InputPasteTest, IsPermittedWhereTheServerLetsProgramsType) {
-  LinuxAccessibility accessibility;
-  EXPECT_TRUE(accessibility.isProcessTrusted());
-  EXPECT_TRUE(accessibility.isProcessTrustedWithPrompt());
-  EXPECT_FALSE(poster_->postKey(0x3F, 0));
 }
 
 }  // namespace

@@ -59,7 +59,7 @@ class Pictures {
     // At the start the program may bring itself to the front once more.
     const auto leaveMainWindow = [&] {
       const auto window = program_->mainWindow();
-      if (window && !hasKeyboard(window)) (void)desktop_.windows().activate(window->id);
+      if (window && !program_->hasKeyboard(window)) (void)desktop_.windows().activate(window->id);
       return editor_->activate() &&
              waitFor([&] { return !program_->mainWindow(); }, std::chrono::seconds(1));
     };
@@ -75,13 +75,6 @@ class Pictures {
   }
 
  private:
-  static VirtualDesktopOptions options() {
-    VirtualDesktopOptions result;
-    result.height = 1000;
-    result.compositor = true;
-    result.sessionBus = true;
-    return result;
-  }
   static void require(bool condition, const std::string& what) {
     if (!condition) throw std::runtime_error(what);
   }
@@ -134,14 +127,7 @@ class Pictures {
     require(waitFor([&] { return program_->history().count() > before; }), "a copy was missed");
   }
 
-  bool hasKeyboard(const std::optional<DesktopWindow>& window) {
-    return window && desktop_.windows().active() == window->id &&
-           desktop_.windows().focused() == window->id;
-  }
-  void openPanel() {
-    desktop_.input().chord({key::Shift, key::Super, key::V});
-    require(waitFor([&] { return hasKeyboard(program_->panel()); }), "no panel");
-  }
+  void openPanel() { require(program_->openPanel(), "no panel"); }
   void leavePanel() {
     desktop_.input().tap(key::Escape);
     require(waitFor([&] { return editor_->isActive(); }), "the panel stays");
@@ -176,29 +162,24 @@ class Pictures {
   }
 
   void takeTranslation() {
-    desktop_.input().chord({key::Control, key::Alt, key::Super, key::T});
-    require(waitFor([&] { return chatServer_.answered() > 0; }), "nothing was translated");
+    require(program_->openTranslation() && waitFor([&] { return chatServer_.answered() > 0; }),
+            "nothing was translated");
     picture("translate", [&] { return program_->translatePanel(); });
     leavePanel();
   }
 
   void takeMenu() {
-    const auto open = [&] {
-      const auto icon = program_->trayIcon();
-      if (icon) desktop_.input().click(icon->centerX(), icon->centerY());
-      return waitFor([&] { return program_->menu().has_value(); }, std::chrono::seconds(1));
-    };
-    require(waitFor(open), "no menu");
+    require(program_->openMenu(), "no menu");
     require(waitFor([&] { return !usageServer_->requests().empty(); }), "no usage");
     desktop_.input().movePointer(640, 990);
     picture("menu", [&] { return program_->menu(); });
-    desktop_.input().tap(key::Escape);
-    require(waitFor([&] { return !program_->menu(); }), "the menu stays");
+    require(program_->leaveMenu(), "the menu stays");
   }
 
   void takeSettings() {
     auto second = desktop_.start({ZephyxProcess::executable().string()});
-    require(waitFor([&] { return hasKeyboard(program_->mainWindow()); }), "no main window");
+    require(waitFor([&] { return program_->hasKeyboard(program_->mainWindow()); }),
+            "no main window");
     desktop_.input().type("packing list\nwarm socks\nmap and torch\n");
     desktop_.input().chord({key::Super, key::Comma});
     picture("settings", [&] { return program_->mainWindow(); });
@@ -210,7 +191,7 @@ class Pictures {
        "El camino es fácil, pero las noches son frías: ", "lleva ropa de abrigo y buen calzado. ",
        "Nos vemos en la estación a las nueve, ",
        "y al lado hay una panadería para quien llegue antes."}};
-  VirtualDesktop desktop_{options()};
+  VirtualDesktop desktop_{{.height = 1000, .compositor = true, .sessionBus = true}};
   SensorTree sensors_{desktop_.home() / "hwmon"};
   std::unique_ptr<HttpsServer> usageServer_;
   std::unique_ptr<ZephyxProcess> program_;

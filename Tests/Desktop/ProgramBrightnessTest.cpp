@@ -12,9 +12,7 @@ using Ramp = DesktopRamps::Ramp;
 class ProgramBrightnessTest : public ProgramTest {
  protected:
   static void SetUpTestSuite() {
-    VirtualDesktopOptions options;
-    options.tray = true;
-    startDesktop(options);
+    startDesktop({.tray = true});
     witness_ = std::make_unique<DesktopRamps>();
   }
   static void TearDownTestSuite() {
@@ -38,13 +36,9 @@ class ProgramBrightnessTest : public ProgramTest {
     return std::regex_search(settings, match, level) ? match[1].str() : "";
   }
   void moveSlider(key::Code key) {
-    ASSERT_TRUE(openMenu());
+    ASSERT_TRUE(program().openMenu());
     for (int row = 0; row <= rowsBelowSlider; ++row) input().tap(key::Up);
     input().tap(key);
-  }
-  void closeMenu() {
-    input().tap(key::Escape);
-    EXPECT_TRUE(waitUntilMenuIsGone());
   }
 
  private:
@@ -63,7 +57,7 @@ TEST_F(ProgramBrightnessTest, TheSliderDimsAndWhatTheUserHadComesBackAlsoAfterTh
   EXPECT_TRUE(becomes(warm));
   input().tap(key::Home);
   EXPECT_TRUE(becomes(darkest));
-  closeMenu();
+  EXPECT_TRUE(program().leaveMenu());
   EXPECT_TRUE(waitFor([&] { return storedLevel() == "0"; }));
 
   program().process().kill();
@@ -75,10 +69,19 @@ TEST_F(ProgramBrightnessTest, TheSliderDimsAndWhatTheUserHadComesBackAlsoAfterTh
   moveSlider(key::Right);
   EXPECT_TRUE(waitFor([&] { return shown() != warm; }));
   EXPECT_LT(shown()[0].back(), 16384);
-  closeMenu();
+  EXPECT_TRUE(program().leaveMenu());
   program().process().terminate();
   EXPECT_TRUE(becomes(warm));
   startProgram();
+
+  // A killed one, and the user has set another ramp before the next start.
+  moveSlider(key::Home);
+  EXPECT_TRUE(becomes(darkest));
+  program().process().kill();
+  const auto cold = DesktopRamps::linear(1, 1, 0.9);
+  userSets(cold);
+  startProgram();
+  EXPECT_TRUE(holdsFor([&] { return shown() == cold; }, std::chrono::milliseconds(200)));
 }
 
 }  // namespace

@@ -169,28 +169,5 @@ TEST_F(ProgramCaptureTest, RecordsShortLivedProgramsInOrderAndTheSameTextTwice) 
   EXPECT_EQ(newTexts(), texts);
 }
 
-TEST_F(ProgramCaptureTest, AFetchedSelectionIsNoEntryAndLeavesTheClipboardAsItWas) {
-  desktop().copy("before");
-  ASSERT_TRUE(program().waitForEntry("before"));
-  const TargetProgram target(desktop(), TargetProgram::Kind::Qt, "selected text");
-  constexpr const char* shown = "[Translate] showPanel: visible=";
-  constexpr const char* hidden = "[Translate] hidePanel";
-  const auto shows = program().logCount(shown);
-  const auto hides = program().logCount(hidden);
-  input().chord({key::Control, key::Alt, key::Super, key::T});
-  EXPECT_TRUE(program().waitForLog(shown, shows + 1));
-  EXPECT_EQ(desktop().pasted(), "before");
-  EXPECT_TRUE(waitFor([&] {
-    const auto panel = program().translatePanel();
-    return panel && windows().focused() == panel->id;
-  }));
-  pass(milliseconds(100));  // the program has heard of it too
-  EXPECT_TRUE(target.activate());
-  EXPECT_TRUE(program().waitForLog(hidden, hides + 1)) << "another program took its place";
-  desktop().copy("after");
-  ASSERT_TRUE(program().waitForEntry("after"));
-  EXPECT_EQ(newEntries().size(), 2u);
-}
-
 }  // namespace
 }  // namespace zephyx

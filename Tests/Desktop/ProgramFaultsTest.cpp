@@ -57,23 +57,21 @@ TEST_F(ProgramFaultsTest, TheSessionBusMayGoAndComeBack) {
   const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
   desktop().stopSessionBus();
   EXPECT_TRUE(works(target, "without bus"));
-  EXPECT_TRUE(openMenu());
-  input().tap(key::Escape);
-  EXPECT_TRUE(waitUntilMenuIsGone());
+  EXPECT_TRUE(program().openMenu());
+  EXPECT_TRUE(program().leaveMenu());
   desktop().startSessionBus();
   EXPECT_TRUE(works(target, "with a bus again"));
 }
 
 TEST_F(ProgramFaultsTest, AfterALongSleepItGoesOnAtOnce) {
   const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
-  ASSERT_TRUE(openMenu());  // its rings move every second
+  ASSERT_TRUE(program().openMenu());  // its rings move every second
   program().process().signal(SIGSTOP);
   desktop().copy("copied meanwhile");
   pass(seconds(4));
   program().process().signal(SIGCONT);
   EXPECT_TRUE(program().waitForEntry("copied meanwhile"));
-  input().tap(key::Escape);
-  EXPECT_TRUE(waitUntilMenuIsGone());
+  EXPECT_TRUE(program().leaveMenu());
   EXPECT_TRUE(works(target, "after the sleep"));
   EXPECT_EQ(newEntries().size(), 2u);
 }

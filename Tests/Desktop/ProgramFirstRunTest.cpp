@@ -1,11 +1,9 @@
 #include <algorithm>
 #include <cstdlib>
-#include <iostream>
 #include <sstream>
 #include <utility>
 
 #include "Tests/Desktop/ProgramTest.h"
-#include "Tests/Desktop/PulseServer.h"
 
 namespace zephyx {
 namespace {
@@ -14,33 +12,22 @@ namespace fs = std::filesystem;
 
 /// A stranger starts the program on a desktop that lacks something, or on the home folder of an
 /// earlier version.
-class ProgramFirstRunTest : public testing::Test {
+class ProgramFirstRunTest : public ProgramTest {
  protected:
-  void TearDown() override {
-    if (!HasFailure() || !program_) return;
-    desktop_->screenshot(
-        fs::path("failures") /
-        (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png"));
-    std::cerr << "The program's log:\n" << program_->log();
-  }
+  static void SetUpTestSuite() {}
+  void SetUp() override {}
 
   void makeDesktop(const VirtualDesktopOptions& options = {}) {
     program_.reset();
-    desktop_.reset();
     desktop_ = std::make_unique<VirtualDesktop>(options);
   }
-  void startProgram(const Environment& additions = {}) {
-    program_ = std::make_unique<ZephyxProcess>(*desktop_, additions);
-    ASSERT_TRUE(program_->waitUntilReady()) << program_->log();
-  }
-  DesktopInput& input() { return desktop_->input(); }
 
   /// Where the notices in the main window end, by the coloured line at the left of each.
   std::vector<int> notices() {
     const auto window = program_->mainWindow();
     if (!window) return {};
     constexpr std::uint32_t lineColor = 0xffc66d;
-    const auto column = desktop_->windows().pixels(window->id, lineX, 0, 1, window->height);
+    const auto column = windows().pixels(window->id, lineX, 0, 1, window->height);
     std::vector<int> ends;
     for (std::size_t y = 1; y < column.size(); ++y) {
       const bool was = (column[y - 1] & 0xffffff) == lineColor;
@@ -52,23 +39,8 @@ class ProgramFirstRunTest : public testing::Test {
     return waitFor([&] { return program_->mainWindow() && notices().size() == count; },
                    std::chrono::seconds(10));
   }
-  /// It is drawn once it has the keyboard.
-  bool hasMenu() {
-    return waitFor([&] {
-      const auto menu = program_->menu();
-      return menu && desktop_->windows().distinctColors(*menu) > 8;
-    });
-  }
-  bool hasPanel() {
-    return waitFor([&] {
-      const auto panel = program_->panel();
-      return panel && desktop_->windows().focused() == panel->id;
-    });
-  }
 
   static constexpr int lineX = 33;
-  std::unique_ptr<VirtualDesktop> desktop_;
-  std::unique_ptr<ZephyxProcess> program_;
 };
 
 TEST_F(ProgramFirstRunTest, WithoutATrayItSaysSoAndEverythingOpensAnotherWay) {
@@ -77,15 +49,16 @@ TEST_F(ProgramFirstRunTest, WithoutATrayItSaysSoAndEverythingOpensAnotherWay) {
   ASSERT_TRUE(shows(1));
   const auto window = *program_->mainWindow();
   input().click(window.x + lineX + 50, window.y + notices().front() - 15);
-  EXPECT_TRUE(hasMenu());
-  input().tap(key::Escape);
-  EXPECT_TRUE(waitFor([&] { return !program_->menu(); }));
+  EXPECT_TRUE(waitFor([&] {
+    const auto menu = program_->menu();
+    return menu && windows().distinctColors(*menu) > 8;
+  }));
+  EXPECT_TRUE(program_->leaveMenu());
   input().chord({key::Shift, key::Super, key::Space});
   ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
-  input().chord({key::Shift, key::Super, key::V});
-  ASSERT_TRUE(hasPanel());
+  ASSERT_TRUE(openPanel());
   input().tap(key::Escape);
-  ASSERT_TRUE(waitFor([&] { return !program_->panel(); }));
+  ASSERT_TRUE(waitUntilPanelIsGone());
   EXPECT_EQ(desktop_->start({ZephyxProcess::executable().string()}).waitForExit(), 0);
   ASSERT_TRUE(waitFor([&] { return program_->mainWindow().has_value(); }));
   EXPECT_TRUE(shows(1));
@@ -119,7 +92,7 @@ TEST_F(ProgramFirstRunTest, PanelsAreOpaqueUntilACompositorRunsAndAgainAfterIt) 
   makeDesktop({.tray = true});
   startProgram();
   const auto pixel = [&](int x, int y) {
-    const auto seen = desktop_->windows().pixels(desktop_->windows().root(), x, y, 1, 1);
+    const auto seen = windows().pixels(windows().root(), x, y, 1, 1);
     return seen.empty() ? 0 : seen.front() & 0xffffff;
   };
   constexpr int farBelow = 799;
@@ -132,14 +105,11 @@ TEST_F(ProgramFirstRunTest, PanelsAreOpaqueUntilACompositorRunsAndAgainAfterIt) 
   };
   const auto reopen = [&] {
     input().tap(key::Escape);
-    EXPECT_TRUE(waitFor([&] { return !program_->panel(); }));
-    input().chord({key::Shift, key::Super, key::V});
-    EXPECT_TRUE(hasPanel());
+    EXPECT_TRUE(waitUntilPanelIsGone() && openPanel());
   };
   input().chord({key::Shift, key::Super, key::Space});  // the notes, which stand behind
   ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
-  input().chord({key::Shift, key::Super, key::V});
-  ASSERT_TRUE(hasPanel());
+  ASSERT_TRUE(openPanel());
   EXPECT_TRUE(isOpaque(true));
   desktop_->startCompositor();
   EXPECT_TRUE(isOpaque(true)) << "the open panel stays as it is";
@@ -160,22 +130,6 @@ TEST_F(ProgramFirstRunTest, AServerWithoutTypingOrDevicesOfItsOwnStillGivesTheHi
     EXPECT_TRUE(program_->waitForEntry("recorded"));
     EXPECT_EQ(desktop_->start({ZephyxProcess::executable().string()}).waitForExit(), 0);
   }
-}
-
-TEST_F(ProgramFirstRunTest, TheMicrophoneIsFoundWhenTheSoundServerComesLater) {
-  makeDesktop({.tray = true});
-  startProgram();
-  ASSERT_TRUE(waitFor([&] { return program_->trayIcon().has_value(); }));
-  const PulseServer server(*desktop_);
-  // Who looks at the row makes the program look too.
-  const auto icon = program_->trayIcon();
-  input().click(icon->centerX(), icon->centerY());
-  EXPECT_TRUE(hasMenu());
-  EXPECT_TRUE(waitFor([&] { return server.hasClient("Zephyx"); }, std::chrono::seconds(2)));
-  input().tap(key::Escape);
-  EXPECT_TRUE(waitFor([&] { return !program_->menu(); }));
-  input().chord({key::Control, key::Alt, key::Super, key::M});
-  EXPECT_TRUE(waitFor([&] { return server.isMuted("mic0"); }));
 }
 
 TEST_F(ProgramFirstRunTest, HomesOfEarlierAndLaterVersionsLoseNothing) {
@@ -199,17 +153,16 @@ TEST_F(ProgramFirstRunTest, HomesOfEarlierAndLaterVersionsLoseNothing) {
     constexpr std::uint16_t controlAltSuper = 0x4c;
     // Asking who has a key takes it for a moment: only once the program had its turn.
     ASSERT_TRUE(program_->waitForLog("[Clipboard] initialize() done"));
-    ASSERT_TRUE(
-        waitFor([&] { return desktop_->windows().isGrabbedByOthers(key::B, controlAltSuper); }));
+    ASSERT_TRUE(waitFor([&] { return windows().isGrabbedByOthers(key::B, controlAltSuper); }));
     ASSERT_TRUE(waitFor([&] {
       const auto window = program_->mainWindow();
-      return window && desktop_->windows().focused() == window->id;
+      return window && windows().focused() == window->id;
     }));
     const TargetProgram target(*desktop_, TargetProgram::Kind::Qt);
     ASSERT_TRUE(waitFor([&] { return !program_->mainWindow(); }));
     // Where the earlier version's user had put it.
     input().chord({key::Control, key::Alt, key::Super, key::B});
-    ASSERT_TRUE(hasPanel());
+    ASSERT_TRUE(waitFor([&] { return panelHasKeyboard(); }));
     input().tap(key::Return);
     EXPECT_TRUE(target.waitForText("newest of the old")) << target.text();
     EXPECT_EQ(program_->history().count(), 4);

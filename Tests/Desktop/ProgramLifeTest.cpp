@@ -73,11 +73,5 @@ TEST_F(ProgramLifeTest, TheLogHoldsNothingOfWhatWasCopiedAndPasted) {
   EXPECT_EQ(program().logCount("qzjxkv"), 0u);
 }
 
-TEST_F(ProgramLifeTest, QuitsWhenAskedToByItsEnvironment) {
-  program().process().signal(SIGTERM);
-  EXPECT_TRUE(program().process().waitForExit().has_value());
-  startProgram();
-}
-
 }  // namespace
 }  // namespace zephyx

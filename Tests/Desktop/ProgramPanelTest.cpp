@@ -8,11 +8,7 @@ using std::chrono::milliseconds;
 
 class ProgramPanelTest : public ProgramTest {
  protected:
-  static void SetUpTestSuite() {
-    VirtualDesktopOptions options;
-    options.width = 2560;
-    startDesktop(options);
-  }
+  static void SetUpTestSuite() { startDesktop({.width = 2560}); }
 };
 
 TEST_F(ProgramPanelTest, HidesWhenAnotherWindowBecomesActiveAndOnlyThen) {
@@ -65,25 +61,6 @@ TEST_F(ProgramPanelTest, TypingSearchesAndDeleteRemoves) {
   input().tap(key::Delete);
   EXPECT_TRUE(waitFor([&] { return newEntries().size() == 2; }));
   EXPECT_EQ(newEntries().back().text, "a green pear");
-}
-
-TEST_F(ProgramPanelTest, SpacePreviewsAboveThePanelWhichStays) {
-  desktop().run({"convert", "-size", "300x200", "gradient:red-blue",
-                 (desktop().home() / "picture.png").string()});
-  desktop().copy(readFile(desktop().home() / "picture.png"), "image/png");
-  ASSERT_TRUE(waitForNewEntries(1));
-  const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
-  ASSERT_TRUE(openPanel());
-  const auto panel = program().panel()->id;
-  const auto preview = [&] {
-    const auto active = windows().describe(windows().active());
-    return active.pid == program().pid() && active.id != panel && active.viewable;
-  };
-  input().tap(key::Space);
-  ASSERT_TRUE(waitFor(preview));
-  EXPECT_TRUE(program().panel());
-  input().tap(key::Escape);
-  EXPECT_TRUE(waitFor([&] { return !preview() && panelHasKeyboard(); }));
 }
 
 TEST_F(ProgramPanelTest, OpensOnTheMonitorUnderThePointer) {

@@ -35,45 +35,7 @@ void ProgramTest::TearDown() {
         (std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + ".png"));
     std::cerr << "The program's log:\n" << program_->log();
   }
-  // The first Escape may only take back a search.
-  for (int presses = 0; program_->panel() && presses < 3; ++presses) {
-    input().tap(key::Escape);
-    (void)waitFor([&] { return !program_->panel(); }, std::chrono::seconds(1));
-  }
-  EXPECT_FALSE(program_->panel());
-}
-
-bool ProgramTest::panelHasKeyboard() {
-  const auto panel = program_->panel();
-  return panel && windows().active() == panel->id && windows().focused() == panel->id;
-}
-
-bool ProgramTest::openPanel() {
-  input().chord({key::Shift, key::Super, key::V});
-  return waitFor([&] { return panelHasKeyboard(); });
-}
-
-bool ProgramTest::waitUntilPanelIsGone() {
-  return waitFor([&] { return !program_->panel(); });
-}
-
-bool ProgramTest::openMenu() {
-  return waitFor([&] {
-    const auto icon = program_->trayIcon();
-    if (!icon) return false;
-    input().click(icon->centerX(), icon->centerY());
-    // It is drawn once it has the keyboard.
-    return waitFor(
-        [&] {
-          const auto menu = program_->menu();
-          return menu && windows().distinctColors(*menu) > 8;
-        },
-        std::chrono::seconds(1));
-  });
-}
-
-bool ProgramTest::waitUntilMenuIsGone() {
-  return waitFor([&] { return !program_->menu(); });
+  EXPECT_TRUE(program_->leavePanel());
 }
 
 std::vector<HistoryRow> ProgramTest::newEntries() const {

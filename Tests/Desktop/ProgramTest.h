@@ -27,13 +27,11 @@ class ProgramTest : public testing::Test {
   DesktopWindows& windows() { return desktop_->windows(); }
   ZephyxProcess& program() { return *program_; }
 
-  /// Presses Shift+Super+V and waits until the panel has the keyboard.
-  [[nodiscard]] bool openPanel();
-  [[nodiscard]] bool panelHasKeyboard();
-  [[nodiscard]] bool waitUntilPanelIsGone();
-  /// Clicks the icon in the tray, and waits until the menu is open.
-  [[nodiscard]] bool openMenu();
-  [[nodiscard]] bool waitUntilMenuIsGone();
+  [[nodiscard]] bool openPanel() { return program_->openPanel(); }
+  [[nodiscard]] bool panelHasKeyboard() { return program_->hasKeyboard(program_->panel()); }
+  [[nodiscard]] bool waitUntilPanelIsGone() {
+    return waitFor([&] { return !program_->panel(); });
+  }
   /// The texts that were added to the history since `SetUp`, oldest first.
   std::vector<HistoryRow> newEntries() const;
   [[nodiscard]] bool waitForNewEntries(std::size_t count) const;

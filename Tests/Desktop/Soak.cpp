@@ -13,22 +13,14 @@ using Clock = std::chrono::steady_clock;
 constexpr int entriesKept = 10;
 constexpr const char* answer = "una línea traducida";
 
-VirtualDesktopOptions desktopOptions() {
-  VirtualDesktopOptions options;
-  options.tray = true;
-  options.compositor = true;
-  options.sessionBus = true;
-  options.outputs = true;
-  return options;
-}
-
 double secondsSince(Clock::time_point start) {
   return std::chrono::duration<double>(Clock::now() - start).count();
 }
 
 }  // namespace
 
-Soak::Soak(const std::vector<std::string>& words) : desktop_(desktopOptions()) {
+Soak::Soak(const std::vector<std::string>& words)
+    : desktop_({.compositor = true, .tray = true, .sessionBus = true, .outputs = true}) {
   desktop_.enter();
   input().setKeyboard(DesktopInput::Keyboard::Synthetic);
   server_ = std::make_unique<ChatServer>(std::vector<std::string>{answer});
@@ -48,42 +40,12 @@ Soak::Soak(const std::vector<std::string>& words) : desktop_(desktopOptions()) {
   terminal_ = std::make_unique<TargetProgram>(desktop_, TargetProgram::Kind::Terminal);
   line_ = std::make_unique<TargetProgram>(desktop_, TargetProgram::Kind::Qt, "a line");
   addActs();
+  addSurroundings();
   std::erase_if(acts_, [&](const Act& act) {
     return !words.empty() && std::ranges::none_of(words, [&](const std::string& word) {
       return act.name.find(word) != std::string::npos;
     });
   });
-}
-
-void Soak::addActs() {
-  const auto add = [&](const char* name, std::function<bool()> act) {
-    acts_.push_back({.name = name, .perform = std::move(act)});
-  };
-  add("copy a word", [this] { return copyText(12); });
-  add("copy a page", [this] { return copyText(60'000); });
-  add("copy a book", [this] { return copyText(4'000'000); });
-  add("copy a link", [this] { return copyLink(); });
-  add("copy an image", [this] { return copyImage(); });
-  add("copy a file", [this] { return copyFile(); });
-  add("copy 20 texts in a quick row", [this] { return copyInQuickRow(); });
-  add("search and preview in the panel", [this] { return searchAndPreview(); });
-  add("paste into a Qt program", [this] { return pasteInto(*line_); });
-  add("paste into a GTK program", [this] { return pasteInto(*editor_); });
-  add("paste into a terminal", [this] { return pasteInto(*terminal_); });
-  add("translate and paste", [this] { return translate(); });
-  add("cancel a translation", [this] { return cancelTranslation(); });
-  add("open the menu, watch its rings", [this] { return useMenu(); });
-  add("dim the displays and back", [this] { return dim(); });
-  add("show the main window", [this] { return showMainWindow(); });
-  add("record another hotkey and back", [this] { return recordHotkey(); });
-  add("start a second time", [this] { return secondStart(); });
-  add("lock and unlock both devices", [this] { return lock(); });
-  add("a display comes and goes", [this] { return changeDisplays(); });
-  add("a microphone comes and goes", [this] { return changeMicrophones(); });
-  add("restart the sound server", [this] { return restartSoundServer(); });
-  add("restart the tray", [this] { return restartTray(); });
-  add("restart the window manager", [this] { return restartWindowManager(); });
-  add("restart the compositor", [this] { return restartCompositor(); });
 }
 
 void Soak::perform(Act& act) {

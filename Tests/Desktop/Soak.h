@@ -41,36 +41,18 @@ class Soak {
   ProcessFigures settled();
   bool report(const ProcessFigures& before, const ProcessFigures& after);
 
+  void addSurroundings();
+  void add(const char* name, std::function<bool()> act) {
+    acts_.push_back({.name = name, .perform = std::move(act)});
+  }
+
   /// An act that ends with `line_` in front.
   bool isHidden();
   bool isRecorded(const std::function<void()>& copy);
   bool copyText(std::size_t size);
-  bool copyLink();
-  bool copyImage();
-  bool copyFile();
-  bool copyInQuickRow();
-  bool openPanel();
-  bool leavePanel();
-  bool searchAndPreview();
   bool pasteInto(TargetProgram& target);
   bool askForTranslation();
-  bool translate();
-  bool cancelTranslation();
-  bool openMenu();
-  bool closeMenu();
-  bool chooseRow(int fromBottom);
-  bool useMenu();
-  bool dim();
-  bool showMainWindow();
-  bool recordHotkey();
-  bool secondStart();
-  bool lock();
-  bool changeDisplays();
-  bool changeMicrophones();
-  bool restartSoundServer();
-  bool restartTray();
-  bool restartWindowManager();
-  bool restartCompositor();
+  bool panelComesAndGoes();
 
   DesktopInput& input() { return desktop_.input(); }
   DesktopWindows& windows() { return desktop_.windows(); }

@@ -22,7 +22,7 @@ constexpr const char* notes =
 
 }  // namespace
 
-UpdateFeed::UpdateFeed(UpdateServer& server)
+UpdateFeed::UpdateFeed(HttpsServer& server)
     : server_(server),
       publicKey_(crypto_sign_PUBLICKEYBYTES, '\0'),
       secretKey_(crypto_sign_SECRETKEYBYTES, '\0') {
@@ -39,19 +39,18 @@ QByteArray UpdateFeed::signatureOf(const QByteArray& contents) const {
 
 void UpdateFeed::offer(const QByteArray& version, const QByteArray& contents,
                        const QByteArray& signedContents) {
-  const auto name = QStringLiteral("zephyx.deb");
+  const std::string path = "/zephyx.deb";
   const auto signature = signatureOf(signedContents.isEmpty() ? contents : signedContents);
-  server_.set(name, {.body = contents});
-  server_.set(
-      QStringLiteral("feed.xml"),
-      {.body = R"(<?xml version="1.0" encoding="utf-8"?><rss version="2.0" )"
-               R"(xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel>)"
-               "<item><sparkle:version>" +
-               version + "</sparkle:version>" + notes + "<enclosure url=\"" +
-               server_.address(name).toUtf8() + R"(" sparkle:os="linux" length=")" +
-               QByteArray::number(contents.size()) +
-               R"(" type="application/vnd.debian.binary-package")" + R"( sparkle:edSignature=")" +
-               signature.toBase64() + R"("/></item></channel></rss>)"});
+  server_.set(path, {.body = contents.toStdString()});
+  const auto feed =
+      R"(<?xml version="1.0" encoding="utf-8"?><rss version="2.0" )"
+      R"(xmlns:sparkle="http://www.andymatuschak.org/xml-namespaces/sparkle"><channel>)"
+      "<item><sparkle:version>" +
+      version + "</sparkle:version>" + notes + "<enclosure url=\"" +
+      QByteArray::fromStdString(server_.address() + path) + R"(" sparkle:os="linux" length=")" +
+      QByteArray::number(contents.size()) + R"(" type="application/vnd.debian.binary-package")" +
+      R"( sparkle:edSignature=")" + signature.toBase64() + R"("/></item></channel></rss>)";
+  server_.set("/feed.xml", {.body = feed.toStdString()});
 }
 
 }  // namespace zephyx

@@ -3,18 +3,18 @@
 #include <QtCore/QByteArray>
 #include <QtCore/QString>
 
-#include "Tests/Desktop/UpdateServer.h"
+#include "Tests/Desktop/HttpsServer.h"
 
 namespace zephyx {
 
 /// A feed with one release on a server, signed with a key pair of its own.
 class UpdateFeed {
  public:
-  explicit UpdateFeed(UpdateServer& server);
+  explicit UpdateFeed(HttpsServer& server);
 
   /// 32 bytes.
   const QByteArray& publicKey() const { return publicKey_; }
-  QString address() const { return server_.address(QStringLiteral("feed.xml")); }
+  QString address() const { return QString::fromStdString(server_.address() + "/feed.xml"); }
   QByteArray signatureOf(const QByteArray& contents) const;
 
   /// Offers a release with these contents; the signature is over `signedContents` when there are
@@ -23,7 +23,7 @@ class UpdateFeed {
              const QByteArray& signedContents = {});
 
  private:
-  UpdateServer& server_;
+  HttpsServer& server_;
   QByteArray publicKey_;
   QByteArray secretKey_;
 };

@@ -41,7 +41,7 @@ TEST_F(UpdateSessionTest, AnUpdateFoundInTheBackgroundWaitsWithoutAWindowUntilTh
   ASSERT_TRUE(waitForWords("Zephyx 2.0 is now available, you have 1.0"));
   EXPECT_NE(words().find("twice as fast"), std::string::npos);
   EXPECT_TRUE(becomesTrue([&] { return told.back() == "seen 2.0"; }));
-  EXPECT_EQ(server().requests("feed.xml"), 1) << "it had been found";
+  EXPECT_EQ(server().requests("/feed.xml"), 1) << "it had been found";
   EXPECT_TRUE(becomesTrue([&] { return isActive(); }));
   updates().checkForUpdates();
   EXPECT_TRUE(staysTrue([] { return window() != nullptr; }, 50ms)) << "brought to the front only";
@@ -73,7 +73,7 @@ TEST_F(UpdateSessionTest, ASkippedVersionIsOnlyShownToThoseWhoAsk) {
   defaults().removeObject("updates.lastCheck");
   told.clear();
   start(checkingAtOnce());
-  ASSERT_TRUE(becomesTrue([&] { return server().requests("feed.xml") == 2; }));
+  ASSERT_TRUE(becomesTrue([&] { return server().requests("/feed.xml") == 2; }));
   EXPECT_TRUE(staysTrue([&] { return told.empty(); }, 200ms));
   updates().checkForUpdates();
   EXPECT_TRUE(waitForWords("2.0 is now available"));
@@ -82,19 +82,19 @@ TEST_F(UpdateSessionTest, ASkippedVersionIsOnlyShownToThoseWhoAsk) {
 TEST_F(UpdateSessionTest, ChecksAreADayApartAlsoAcrossStarts) {
   offer("1");
   const auto checksAtStart = [&](double secondsAgo) {
-    const int before = server().requests("feed.xml");
+    const int before = server().requests("/feed.xml");
     defaults().setString(
         "updates.lastCheck",
         std::to_string(std::llround(static_cast<double>(std::time(nullptr)) - secondsAgo)));
     start(checkingAtOnce());
-    return !staysTrue([&] { return server().requests("feed.xml") == before; }, 600ms);
+    return !staysTrue([&] { return server().requests("/feed.xml") == before; }, 600ms);
   };
   EXPECT_FALSE(checksAtStart(60));
   EXPECT_FALSE(checksAtStart(23.9 * 3'600));
   EXPECT_TRUE(checksAtStart(24.1 * 3'600)) << "the machine may have slept meanwhile";
   EXPECT_TRUE(checksAtStart(-7'200)) << "the clock was wrong";
   start(checkingAtOnce());
-  EXPECT_TRUE(staysTrue([&] { return server().requests("feed.xml") == 2; }, 150ms));
+  EXPECT_TRUE(staysTrue([&] { return server().requests("/feed.xml") == 2; }, 150ms));
 }
 
 TEST_F(UpdateSessionTest, WithoutANewerVersionTheUserIsToldAndNobodyElse) {
@@ -119,15 +119,15 @@ TEST_F(UpdateSessionTest, AReminderEndsWhenTheReleaseIsWithdrawn) {
   restless.clockInterval = 20ms;
   start(restless);
   ASSERT_TRUE(becomesTrue([&] { return told.size() == 2; }));
-  server().set("feed.xml", {.status = 500});
+  server().set("/feed.xml", {.status = 500});
   defaults().removeObject("updates.lastCheck");
-  ASSERT_TRUE(becomesTrue([&] { return server().requests("feed.xml") == 2; }));
+  ASSERT_TRUE(becomesTrue([&] { return server().requests("/feed.xml") == 2; }));
   EXPECT_TRUE(staysTrue([&] { return told.size() == 2; }, 100ms)) << "that says nothing";
   offer("1.0");
   defaults().removeObject("updates.lastCheck");
   EXPECT_TRUE(becomesTrue([&] { return told.size() == 3; }));
   EXPECT_EQ(told.back(), "seen 2.0");
-  EXPECT_EQ(server().requests("feed.xml"), 3);
+  EXPECT_EQ(server().requests("/feed.xml"), 3);
   updates().checkForUpdates();
   EXPECT_TRUE(waitForWords("newest version available"));
 }
@@ -153,24 +153,30 @@ TEST_F(UpdateSessionTest, ADownloadThatIsNotWhatWasSignedIsRemovedAndNotOpened) 
   changed[17] = '!';
   const struct {
     const char* name;
-    UpdateServer::File file;
+    HttpsReply file;
     const char* words;
   } cases[] = {
-      {"one byte differs", {.body = changed}, "signature is not by those who make Zephyx"},
-      {"shorter", {.body = shortened}, "not as long as the feed says"},
-      {"longer", {.body = package + "!"}, "larger than it may be"},
-      {"cut short", {.body = package, .isCutShort = true}, "was not installed"},
+      {"one byte differs",
+       {.body = changed.toStdString()},
+       "signature is not by those who make Zephyx"},
+      {"shorter", {.body = shortened.toStdString()}, "not as long as the feed says"},
+      {"longer", {.body = package.toStdString() + "!"}, "larger than it may be"},
+      {"cut short", {.body = shortened.toStdString(), .cutsOff = true}, "was not installed"},
       {"gone", {.status = 404}, "error 404"},
-      {"stalled", {.drips = true}, "too slow"},
-      {"moved away", {.status = 302, .location = "http://updates.example/z"}, "secure connection"},
-      {"moved in circles", {.status = 302, .location = "zephyx.deb"}, "was not installed"},
+      {"stalled", dripping, "too slow"},
+      {"moved away",
+       {.status = 302, .headers = "Location: http://updates.example/z\r\n"},
+       "secure connection"},
+      {"moved in circles",
+       {.status = 302, .headers = "Location: /zephyx.deb\r\n"},
+       "was not installed"},
   };
   auto quick = configuration();
   quick.limits.patience = 400ms;
   for (const auto& each : cases) {
     SCOPED_TRACE(each.name);
     offer("2.0");
-    server().set("zephyx.deb", each.file);
+    server().set("/zephyx.deb", each.file);
     findByAsking(quick);
     press("Install Update");
     EXPECT_TRUE(waitForWords("The update was not installed"));
@@ -192,7 +198,7 @@ TEST_F(UpdateSessionTest, APackageThatAnotherKeySignedIsRefused) {
 
 TEST_F(UpdateSessionTest, ARunningDownloadShowsHowFarItIsAndCanBeCancelled) {
   offer("2.0");
-  server().set("zephyx.deb", {.drips = true});
+  server().set("/zephyx.deb", dripping);
   findByAsking(configuration());
   press("Install Update");
   ASSERT_TRUE(waitForWords("of 195.31 KiB"));

@@ -22,7 +22,7 @@ UpdateTest::UpdateTest() : desktop_(std::make_unique<VirtualDesktop>()) {
   hints_ = std::make_unique<WindowHints>(*watch_);
   dispatch_ = std::make_unique<LinuxDispatch>();
   defaults_ = std::make_unique<LinuxUserDefaults>(desktop_->configHome().string(), log_);
-  server_ = std::make_unique<UpdateServer>();
+  server_ = std::make_unique<HttpsServer>(desktop_->home(), HttpsServer::Protocol::http);
   feed_ = std::make_unique<UpdateFeed>(*server_);
 }
 

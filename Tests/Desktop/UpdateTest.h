@@ -15,13 +15,15 @@
 #include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/WindowHints.h"
 #include "Tests/Desktop/UpdateFeed.h"
-#include "Tests/Desktop/UpdateServer.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
 class QPushButton;
 class QWidget;
 
 namespace zephyx {
+
+/// A byte now and then.
+inline const HttpsReply dripping{.padding = 1'000'000, .interval = std::chrono::milliseconds(50)};
 
 /// The update framework of a version 1.0 on a real desktop, with a feed on this
 /// machine. The delegate is this program's: it writes down what it is asked and told.
@@ -39,7 +41,7 @@ class UpdateTest : public testing::Test, public SoftwareUpdateDelegate {
   void start(UpdateConfiguration configuration);
   void stop();
 
-  UpdateServer& server() { return *server_; }
+  HttpsServer& server() { return *server_; }
   const UpdateFeed& feed() const { return *feed_; }
   UpdateFeed& feed() { return *feed_; }
   SoftwareUpdate& updates() { return *updates_; }
@@ -78,7 +80,7 @@ class UpdateTest : public testing::Test, public SoftwareUpdateDelegate {
   std::unique_ptr<LinuxDispatch> dispatch_;
   LinuxSystemLog log_;
   std::unique_ptr<LinuxUserDefaults> defaults_;
-  std::unique_ptr<UpdateServer> server_;
+  std::unique_ptr<HttpsServer> server_;
   std::unique_ptr<UpdateFeed> feed_;
   std::unique_ptr<LinuxSoftwareUpdate> updates_;
   Registration checks_;

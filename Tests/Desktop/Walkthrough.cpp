@@ -1,28 +1,62 @@
-#include "Tests/Desktop/Walkthrough.h"
-
-#include <cstdio>
+#include <filesystem>
+#include <functional>
 #include <iostream>
 #include <stdexcept>
+#include <string>
+
+#include "Tests/Desktop/ChatServer.h"
+#include "Tests/Desktop/TargetProgram.h"
+#include "Tests/Desktop/ZephyxProcess.h"
+#include "Tests/Linux/SensorTree.h"
 
 namespace zephyx {
 namespace {
-
-VirtualDesktopOptions desktopOptions() {
-  VirtualDesktopOptions options;
-  options.tray = true;
-  options.compositor = true;
-  return options;
-}
 
 std::string where(const DesktopWindow& window) {
   return std::to_string(window.width) + " x " + std::to_string(window.height) + " at " +
          std::to_string(window.x) + ", " + std::to_string(window.y);
 }
 
-}  // namespace
+/// The main job as a user does it, with programs of others, one picture and one sentence per step.
+class Walkthrough {
+ public:
+  explicit Walkthrough(std::filesystem::path pictures);
+
+  /// True when every step happened.
+  bool run();
+
+ private:
+  /// Waits for the outcome, takes the picture and says what was seen, or that it was not.
+  void step(const std::string& name, const std::string& words,
+            const std::function<bool()>& happened);
+  /// `step`, and no further when it did not happen.
+  void mustStep(const std::string& name, const std::string& words,
+                const std::function<bool()>& happened);
+
+  void start();
+  void copyThings();
+  void pasteWithKeyboard();
+  void pasteWithMouse();
+  void pasteIntoTerminal();
+  void searchAndPreview();
+  void translateSelection();
+  void menuAndMainWindow();
+
+  bool panelHasKeyboard();
+
+  std::filesystem::path pictures_;
+  int number_ = 0;
+  int failures_ = 0;
+  ChatServer server_{{"una línea", " traducida", " en el editor"}};
+  VirtualDesktop desktop_;
+  SensorTree sensors_{desktop_.home() / "hwmon"};
+  std::unique_ptr<ZephyxProcess> program_;
+  std::unique_ptr<TargetProgram> editor_;
+  std::unique_ptr<TargetProgram> line_;
+};
 
 Walkthrough::Walkthrough(std::filesystem::path pictures)
-    : pictures_(std::move(pictures)), desktop_(desktopOptions()) {
+    : pictures_(std::move(pictures)), desktop_({.compositor = true, .tray = true}) {
   std::filesystem::remove_all(pictures_);
   std::filesystem::create_directories(pictures_);
 }
@@ -48,18 +82,9 @@ void Walkthrough::mustStep(const std::string& name, const std::string& words,
   if (failures_ != before) throw std::runtime_error("what follows rests on this step");
 }
 
-void Walkthrough::pressHotKey() {
-  desktop_.input().chord({key::Shift, key::Super, key::V});
-}
-
 bool Walkthrough::panelHasKeyboard() {
   const auto panel = program_->panel();
-  return panel && desktop_.windows().focused() == panel->id &&
-         desktop_.windows().distinctColors(*panel) > 4;
-}
-
-bool Walkthrough::panelIsGone() {
-  return !program_->panel();
+  return program_->hasKeyboard(panel) && desktop_.windows().distinctColors(*panel) > 4;
 }
 
 bool Walkthrough::run() {
@@ -136,7 +161,7 @@ void Walkthrough::pasteWithKeyboard() {
   (void)editor_->activate();
   desktop_.input().chord({key::Control, key::End});
   desktop_.input().tap(key::Return);
-  pressHotKey();
+  (void)program_->openPanel();
   mustStep("history", "the history in its panel, with the keyboard, after Shift+Super+V", [&] {
     const auto panel = program_->panel();
     return panelHasKeyboard() && panel && where(*panel) == "560 x 720 at 360, 40";
@@ -144,7 +169,7 @@ void Walkthrough::pasteWithKeyboard() {
   desktop_.input().tap(key::Return);
   mustStep("pasted-with-enter", "Enter: the newest entry pasted into Mousepad, which is in front",
            [&] {
-             return panelIsGone() && editor_->isActive() &&
+             return !program_->panel() && editor_->isActive() &&
                     editor_->text().ends_with("editor\nthe newest text");
            });
 }
@@ -152,7 +177,7 @@ void Walkthrough::pasteWithKeyboard() {
 void Walkthrough::pasteWithMouse() {
   (void)line_->activate();
   desktop_.input().chord({key::Control, key::A});
-  pressHotKey();
+  (void)program_->openPanel();
   mustStep("history-for-mouse", "the history again, over the Qt program",
            [&] { return panelHasKeyboard(); });
   const auto panel = program_->panel().value();
@@ -160,22 +185,23 @@ void Walkthrough::pasteWithMouse() {
   desktop_.input().click(panel.x + panel.width / 2, panel.y + 481);
   step("pasted-with-mouse",
        "a click: the oldest entry, under the pointer, pasted into the Qt program", [&] {
-         return panelIsGone() && line_->isActive() && line_->text() == "a line typed in the editor";
+         return !program_->panel() && line_->isActive() &&
+                line_->text() == "a line typed in the editor";
        });
 }
 
 void Walkthrough::pasteIntoTerminal() {
   const TargetProgram terminal(desktop_, TargetProgram::Kind::Terminal);
-  pressHotKey();
+  (void)program_->openPanel();
   mustStep("history-for-terminal", "the history over xterm", [&] { return panelHasKeyboard(); });
   desktop_.input().tap(key::Return);
   step("pasted-into-terminal", "the entry arrived in xterm, by the chord that terminals know",
-       [&] { return panelIsGone() && terminal.text() == "the newest text"; });
+       [&] { return !program_->panel() && terminal.text() == "the newest text"; });
 }
 
 void Walkthrough::searchAndPreview() {
   (void)editor_->activate();
-  pressHotKey();
+  (void)program_->openPanel();
   mustStep("history-for-search", "the history once more", [&] { return panelHasKeyboard(); });
   desktop_.input().type("sunset");
   step("searched", "typing narrowed the list to the file's name",
@@ -193,16 +219,15 @@ void Walkthrough::searchAndPreview() {
   desktop_.input().tap(key::Escape);
   desktop_.input().tap(key::Escape);
   step("escaped", "Escape closed the panel; Mousepad has the keyboard back",
-       [&] { return panelIsGone() && editor_->isActive(); });
+       [&] { return !program_->panel() && editor_->isActive(); });
 }
 
 void Walkthrough::translateSelection() {
   if (!line_->activate()) throw std::runtime_error("the Qt program does not come to the front");
   desktop_.input().chord({key::Control, key::A});
-  desktop_.input().chord({key::Control, key::Alt, key::Super, key::T});
+  (void)program_->openTranslation();
   mustStep("translated", "Control+Alt+Super+T: the selected text and the answer of a server", [&] {
-    const auto panel = program_->translatePanel();
-    return panel && desktop_.windows().focused() == panel->id && server_.answered() > 0;
+    return program_->hasKeyboard(program_->translatePanel()) && server_.answered() > 0;
   });
   desktop_.input().chord({key::Control, key::B});
   step("translated-wide", "Control+B: both side by side",
@@ -213,9 +238,7 @@ void Walkthrough::translateSelection() {
 }
 
 void Walkthrough::menuAndMainWindow() {
-  const auto icon = program_->trayIcon();
-  if (!icon) throw std::runtime_error("the tray icon is gone");
-  desktop_.input().click(icon->centerX(), icon->centerY());
+  (void)program_->openMenu();
   step("menu", "a click on the tray icon: the menu, with its rings and shortcut hints",
        [&] { return program_->menu().has_value(); });
   sensors_.setProcessor("72000");
@@ -230,12 +253,11 @@ void Walkthrough::menuAndMainWindow() {
   desktop_.input().tap(key::Escape);
   step("menu-closed", "Escape closed the menu", [&] { return !program_->menu(); });
   auto second = desktop_.start({ZephyxProcess::executable().string()});
-  step("second-start", "a second start brought the main window up and ended", [&] {
-    const auto window = program_->mainWindow();
-    return window && desktop_.windows().active() == window->id && !second.isRunning();
-  });
+  step("second-start", "a second start brought the main window up and ended",
+       [&] { return program_->hasKeyboard(program_->mainWindow()) && !second.isRunning(); });
 }
 
+}  // namespace
 }  // namespace zephyx
 
 int main(int argc, char** argv) {

@@ -97,6 +97,62 @@ std::optional<DesktopWindow> ZephyxProcess::menu() const {
   return std::nullopt;
 }
 
+std::optional<DesktopWindow> ZephyxProcess::notice() const {
+  for (auto& window : desktop_.windows().viewable())
+    if (window.pid == pid() && window.width > 300 && window.height > 30 && window.height < 60)
+      return window;
+  return std::nullopt;
+}
+
+bool ZephyxProcess::hasKeyboard(const std::optional<DesktopWindow>& window) const {
+  const auto& windows = desktop_.windows();
+  return window && windows.active() == window->id && windows.focused() == window->id;
+}
+
+bool ZephyxProcess::openPanel() const {
+  desktop_.input().chord({key::Shift, key::Super, key::V});
+  return waitFor([&] { return hasKeyboard(panel()); });
+}
+
+bool ZephyxProcess::leavePanel() const {
+  for (int presses = 0; panel() && presses < 3; ++presses) {
+    desktop_.input().tap(key::Escape);
+    (void)waitFor([&] { return !panel(); }, std::chrono::milliseconds(400));
+  }
+  return !panel();
+}
+
+bool ZephyxProcess::openTranslation() const {
+  desktop_.input().chord({key::Control, key::Alt, key::Super, key::T});
+  return waitFor([&] { return hasKeyboard(translatePanel()); });
+}
+
+bool ZephyxProcess::openMenu() const {
+  return waitFor([&] {
+    const auto icon = trayIcon();
+    if (!icon) return false;
+    desktop_.input().click(icon->centerX(), icon->centerY());
+    // It is drawn once it has the keyboard.
+    const auto isDrawn = [&] {
+      const auto opened = menu();
+      return opened && desktop_.windows().distinctColors(*opened) > 8;
+    };
+    return waitFor(isDrawn, std::chrono::seconds(1));
+  });
+}
+
+bool ZephyxProcess::leaveMenu() const {
+  desktop_.input().tap(key::Escape);
+  return waitFor([&] { return !menu(); });
+}
+
+bool ZephyxProcess::chooseRow(int fromBottom) const {
+  if (!openMenu()) return false;
+  for (int row = 0; row < fromBottom; ++row) desktop_.input().tap(key::Up);
+  desktop_.input().tap(key::Return);
+  return waitFor([&] { return !menu(); });
+}
+
 std::filesystem::path ZephyxProcess::dataFolder() const {
   return desktop_.dataHome() / "com.zephyx.app";
 }

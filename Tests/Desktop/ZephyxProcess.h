@@ -45,6 +45,25 @@ class ZephyxProcess {
   /// The open menu.
   std::optional<DesktopWindow> menu() const;
 
+  /// The words about a locked keyboard or trackpad.
+  std::optional<DesktopWindow> notice() const;
+  [[nodiscard]] bool hasKeyboard(const std::optional<DesktopWindow>& window) const;
+
+  // What a user does with it. False when what follows from that was not seen.
+
+  /// Presses Shift+Super+V and waits until the panel has the keyboard.
+  [[nodiscard]] bool openPanel() const;
+  /// By Escape: the first one may only take back a search.
+  [[nodiscard]] bool leavePanel() const;
+  /// Presses Control+Alt+Super+T and waits until its panel has the keyboard.
+  [[nodiscard]] bool openTranslation() const;
+  /// Clicks the icon in the tray, and waits until the menu is drawn.
+  [[nodiscard]] bool openMenu() const;
+  [[nodiscard]] bool leaveMenu() const;
+  /// Opens the menu and chooses a row, counted from the bottom; disabled ones are passed over.
+  [[nodiscard]] bool chooseRow(int fromBottom) const;
+  static constexpr int settingsRow = 2, showRow = 5, muteRow = 6;
+
   HistoryFile& history() { return history_; }
   /// Waits until the history's newest entry has this text.
   [[nodiscard]] bool waitForEntry(const std::string& text);

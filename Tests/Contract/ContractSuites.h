@@ -1,0 +1,16 @@
+#pragma once
+
+#include "Tests/Contract/AlertContract.h"
+#include "Tests/Contract/AudioContract.h"
+#include "Tests/Contract/DispatchContract.h"
+#include "Tests/Contract/DisplaysContract.h"
+#include "Tests/Contract/EngineContract.h"
+#include "Tests/Contract/EventTapContract.h"
+#include "Tests/Contract/KeyboardContract.h"
+#include "Tests/Contract/NetworkContract.h"
+#include "Tests/Contract/PasteboardContract.h"
+#include "Tests/Contract/StatisticsContract.h"
+#include "Tests/Contract/StatusBarContract.h"
+#include "Tests/Contract/StoreContract.h"
+#include "Tests/Contract/WindowContract.h"
+#include "Tests/Contract/WorkspaceContract.h"
