@@ -10,7 +10,6 @@
 
 #include "Platform/Alert.h"
 #include "Platform/BinaryMessenger.h"
-#include "Platform/Image.h"
 #include "Platform/Registration.h"
 #include "Platform/UrlSession.h"
 #include "Tests/Contract/ContractMicrophones.h"
@@ -76,9 +75,6 @@ class ContractDesktop {
 
   /// Presses and releases a key (a `keyCode`) with modifiers (`eventModifier` bits).
   virtual void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) = 0;
-  /// Holds modifiers down until `releaseModifiers`.
-  virtual void holdModifiers(std::uint64_t modifierFlags) = 0;
-  virtual void releaseModifiers() = 0;
   /// Another program owns a system-wide hot key while the registration lives.
   [[nodiscard]] virtual Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                              std::uint32_t carbonModifiers) = 0;
@@ -114,8 +110,6 @@ class ContractDesktop {
   virtual std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) = 0;
   /// The user defaults as the next start of the host finds them.
   virtual std::unique_ptr<UserDefaults> reopenUserDefaults() = 0;
-  /// An encoded picture that the system can read, of one colour, at 72 pixels to the inch.
-  virtual Bytes encodedPicture(PixelSize size) = 0;
 
   // A web server whose certificate the desktop trusts
 

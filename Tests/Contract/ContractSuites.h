@@ -9,7 +9,6 @@
 #include "Tests/Contract/KeyboardContract.h"
 #include "Tests/Contract/NetworkContract.h"
 #include "Tests/Contract/PasteboardContract.h"
-#include "Tests/Contract/StatisticsContract.h"
 #include "Tests/Contract/StatusBarContract.h"
 #include "Tests/Contract/StoreContract.h"
 #include "Tests/Contract/WindowContract.h"

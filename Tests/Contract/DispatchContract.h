@@ -44,20 +44,6 @@ TEST_P(DispatchContract, DelayedBlocksRunInTheOrderInWhichTheyBecomeDueAndNoSoon
   EXPECT_GE(late, 0.299);
 }
 
-TEST_P(DispatchContract, GlobalBlocksRunOffTheMainThreadAndComeBack) {
-  std::atomic<bool> ran{false};
-  std::atomic<bool> wasMain{true};
-  bool cameBack = false;
-  dispatch().globalQueue().async([&] {
-    wasMain = dispatch().isMainThread();
-    ran = true;
-    dispatch().mainQueue().async([&] { cameBack = dispatch().isMainThread(); });
-  });
-  EXPECT_TRUE(becomesTrue([&] { return cameBack; }));
-  EXPECT_TRUE(ran);
-  EXPECT_FALSE(wasMain);
-}
-
 TEST_P(DispatchContract, ASerialQueueRunsOneBlockAtATimeInOrderOffTheMainThread) {
   auto& queue = dispatch().serialQueue("serial.contract", QualityOfService::utility);
   EXPECT_EQ(&dispatch().serialQueue("serial.contract", QualityOfService::utility), &queue);

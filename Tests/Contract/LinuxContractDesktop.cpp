@@ -1,7 +1,5 @@
 #include "Tests/Contract/LinuxContractDesktop.h"
 
-#include <QtCore/QBuffer>
-#include <QtGui/QImage>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
@@ -15,27 +13,19 @@
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Linux/Engines/ScreenProgram.h"
+#include "Platform/Linux/Input/KeyCodes.h"
 #include "Platform/Linux/LinuxUserDefaults.h"
 #include "Platform/Linux/X11.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Platform.h"
 #include "Tests/Desktop/DesktopRamps.h"
+#include "Tests/Desktop/RunUntil.h"
 
 namespace zephyx {
 namespace {
 
-/// Where the keys that the suites press lie on a PC keyboard, as X counts them.
 std::uint8_t xKey(std::uint32_t keyCode) {
-  static const std::map<std::uint32_t, std::uint8_t> keys{{0, key::A},
-                                                          {9, key::V},
-                                                          {17, key::T},
-                                                          {35, key::P},
-                                                          {36, key::Return},
-                                                          {keyCode::space, key::Space},
-                                                          {keyCode::escape, key::Escape},
-                                                          {keyCode::leftArrow, key::Left},
-                                                          {keyCode::rightArrow, key::Right}};
-  return keys.at(keyCode);
+  return static_cast<std::uint8_t>(xKeycodeFromMac(keyCode));
 }
 
 std::vector<std::uint8_t> modifierKeys(std::uint64_t flags) {
@@ -127,13 +117,7 @@ LinuxContractDesktop::~LinuxContractDesktop() {
 }
 
 bool LinuxContractDesktop::runUntil(const std::function<bool()>& condition, double deadline) {
-  return waitFor(
-      [&] {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return condition();
-      },
-      std::chrono::milliseconds(std::lround(deadline * 1000)));
+  return zephyx::runUntil(condition, std::chrono::milliseconds(std::lround(deadline * 1000)));
 }
 
 void LinuxContractDesktop::copy(const std::vector<PasteboardItem>& items, bool hangs) {
@@ -186,15 +170,6 @@ void LinuxContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifie
   for (auto each = modifiers.rbegin(); each != modifiers.rend(); ++each) {
     desktop_.input().releaseKey(*each);
   }
-}
-
-void LinuxContractDesktop::holdModifiers(std::uint64_t modifierFlags) {
-  heldModifiers_ = modifierKeys(modifierFlags);
-  for (const auto each : heldModifiers_) desktop_.input().pressKey(each);
-}
-
-void LinuxContractDesktop::releaseModifiers() {
-  for (const auto each : std::exchange(heldModifiers_, {})) desktop_.input().releaseKey(each);
 }
 
 Registration LinuxContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode,
@@ -288,18 +263,6 @@ std::shared_ptr<BinaryMessenger> LinuxContractDesktop::screenMessenger(
 std::unique_ptr<UserDefaults> LinuxContractDesktop::reopenUserDefaults() {
   return std::make_unique<LinuxUserDefaults>((desktop_.configHome() / "com.zephyx.app").string(),
                                              platform_->systemLog());
-}
-
-Bytes LinuxContractDesktop::encodedPicture(PixelSize size) {
-  QImage picture(size.wide, size.high, QImage::Format_RGB32);
-  picture.fill(QColor(40, 90, 160));
-  picture.setDotsPerMeterX(2835);
-  picture.setDotsPerMeterY(2835);
-  QByteArray bytes;
-  QBuffer buffer(&bytes);
-  buffer.open(QIODevice::WriteOnly);
-  picture.save(&buffer, "PNG");
-  return Bytes(bytes.begin(), bytes.end());
 }
 
 std::string LinuxContractDesktop::startWebServer() {

@@ -30,8 +30,6 @@ class LinuxContractDesktop final : public ContractDesktop {
   std::string otherApplicationText() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
-  void holdModifiers(std::uint64_t modifierFlags) override;
-  void releaseModifiers() override;
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
@@ -48,7 +46,6 @@ class LinuxContractDesktop final : public ContractDesktop {
 
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
-  Bytes encodedPicture(PixelSize size) override;
 
   std::string startWebServer() override;
   void webServerReplies(const WebReply& reply) override;
@@ -63,7 +60,6 @@ class LinuxContractDesktop final : public ContractDesktop {
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;
   std::unique_ptr<HttpsServer> webServer_;
-  std::vector<std::uint8_t> heldModifiers_;
 };
 
 }  // namespace zephyx

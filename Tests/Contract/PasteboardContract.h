@@ -1,7 +1,5 @@
 #pragma once
 
-#include <algorithm>
-
 #include "Platform/Dispatch.h"
 #include "Platform/Pasteboard.h"
 #include "Tests/Contract/ContractTest.h"
@@ -171,19 +169,6 @@ TEST_P(PasteboardContract, OwnWritesAreNotAnnouncedAndADroppedObserverHearsNothi
   EXPECT_EQ(heard, 1);
 }
 
-TEST_P(PasteboardContract, FetchesNothingOfWhatTheObserverForbids) {
-  const std::string concealed = "org.nspasteboard.ConcealedType";
-  int announced = 0;
-  const auto registration =
-      pasteboard().observeChanges({{concealed}, {pasteboardType::string}}, [&] { ++announced; });
-  copyAndSee({{pasteboardType::string, bytes("password")}, {concealed, bytes("secret")}});
-  const auto types = read(pasteboard().contents(), "nothing")->types;
-  EXPECT_NE(std::find(types.begin(), types.end(), concealed), types.end());
-  const auto old = pasteboard().contents();
-  copyAndSee({{pasteboardType::string, bytes("harmless")}});
-  EXPECT_NE(read(old)->text, "password");
-}
-
 TEST_P(PasteboardContract, PutsBackEveryTypeOfWhatWasThereBefore) {
   const std::string picture(300'000, '\x01');
   copyAndSee({{pasteboardType::fileUrl, bytes("file:///tmp/a.txt")},
@@ -209,17 +194,6 @@ TEST_P(PasteboardContract, PutsBackEveryTypeOfWhatWasThereBefore) {
     ASSERT_TRUE(items);
     copyAndSee({{pasteboardType::string, bytes("between")}});
   }
-}
-
-TEST_P(PasteboardContract, AnEmptyPasteboardHasNothingToPutBack) {
-  copyAndSee({{pasteboardType::string, bytes("theirs")}});
-  pasteboard().clearContents();
-  const auto items = copyItems();
-  ASSERT_TRUE(items);
-  EXPECT_TRUE(items->isEmpty());
-  EXPECT_FALSE(pasteboard().writeItems(*items));
-  copyAndSee({{pasteboardType::string, bytes("theirs again")}});
-  EXPECT_EQ(read(pasteboard().contents())->text, "theirs again");
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, PasteboardContract, contractDesktops(), contractRunName);

@@ -59,14 +59,6 @@ void SimulatedContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t mod
   machine_.keyboard.press(keyCode, modifierFlags);
 }
 
-void SimulatedContractDesktop::holdModifiers(std::uint64_t modifierFlags) {
-  machine_.keyboard.holdModifiers(modifierFlags);
-}
-
-void SimulatedContractDesktop::releaseModifiers() {
-  machine_.keyboard.holdModifiers(0);
-}
-
 Registration SimulatedContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                                std::uint32_t carbonModifiers) {
   const SimulatedHotKeys::Combination combination{keyCode, carbonModifiers};
@@ -110,10 +102,6 @@ std::shared_ptr<BinaryMessenger> SimulatedContractDesktop::screenMessenger(
 
 std::unique_ptr<UserDefaults> SimulatedContractDesktop::reopenUserDefaults() {
   return std::make_unique<SimulatedUserDefaults>(machine_.userDefaults.store());
-}
-
-Bytes SimulatedContractDesktop::encodedPicture(PixelSize size) {
-  return SimulatedImages::encoded(size);
 }
 
 void SimulatedContractDesktop::webServerReplies(const WebReply& reply) {

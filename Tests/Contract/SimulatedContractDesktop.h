@@ -27,8 +27,6 @@ class SimulatedContractDesktop final : public ContractDesktop {
   std::string otherApplicationText() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
-  void holdModifiers(std::uint64_t modifierFlags) override;
-  void releaseModifiers() override;
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
@@ -45,7 +43,6 @@ class SimulatedContractDesktop final : public ContractDesktop {
 
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
-  Bytes encodedPicture(PixelSize size) override;
 
   std::string startWebServer() override { return webAddress; }
   void webServerReplies(const WebReply& reply) override;

@@ -4,7 +4,6 @@
 
 #include "Platform/Application.h"
 #include "Platform/NotificationCenter.h"
-#include "Platform/View.h"
 #include "Platform/Window.h"
 #include "Tests/Contract/ContractTest.h"
 
@@ -32,15 +31,6 @@ class WindowContract : public ContractTest {
                                 [&log, line] { log.push_back(line); });
   }
 };
-
-TEST_P(WindowContract, ListsLivingWindowsInTheOrderOfTheirCreation) {
-  const auto first = makeWindow(WindowKind::window);
-  auto second = makeWindow();
-  const auto third = makeWindow();
-  EXPECT_EQ(application().windows(), (std::vector<std::shared_ptr<Window>>{first, second, third}));
-  second.reset();
-  EXPECT_EQ(application().windows(), (std::vector<std::shared_ptr<Window>>{first, third}));
-}
 
 TEST_P(WindowContract, ShowsHidesAndKeepsItsFrame) {
   const auto window = makeWindow();
@@ -102,16 +92,6 @@ TEST_P(WindowContract, AnotherApplicationTakesTheKeyStatusAway) {
   EXPECT_TRUE(window->isVisible());
 }
 
-TEST_P(WindowContract, AWindowThatCannotBecomeKeyNeverDoes) {
-  const auto window = application().makeWindow(
-      {.kind = WindowKind::panel, .contentRect = {{50, 50}, {200, 100}}, .canBecomeKey = false});
-  window->makeKeyAndOrderFront();
-  application().activateIgnoringOtherApps();
-  desktop().pass(0.3);
-  EXPECT_TRUE(window->isVisible());
-  EXPECT_FALSE(window->isKeyWindow());
-}
-
 TEST_P(WindowContract, ObserversRunInOrderAndMayDropAndAddObservationsMeanwhile) {
   const auto window = makeWindow();
   std::vector<std::string> log;
@@ -132,27 +112,6 @@ TEST_P(WindowContract, ObserversRunInOrderAndMayDropAndAddObservationsMeanwhile)
   EXPECT_TRUE(becomesTrue([&] { return log.size() >= 2; }));
   log.erase(std::remove(log.begin(), log.end(), "added"), log.end());  // free to hear this one
   EXPECT_EQ(log, (std::vector<std::string>{"one", "any object"}));
-}
-
-TEST_P(WindowContract, AContentViewHasTheWindowsSizeUntilItIsTakenOut) {
-  const auto window = makeWindow();
-  auto view = std::make_shared<View>();
-  window->setContentView(view);
-  EXPECT_EQ(view->frame(), (Rect{{0, 0}, {300, 200}}));
-  show(*window);
-  window->setFrame({{120, 120}, {340, 260}});
-  EXPECT_TRUE(becomesTrue([&] { return view->bounds().size == Size{340, 260}; }));
-
-  const auto next = std::make_shared<View>();
-  window->setContentView(next);
-  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
-  EXPECT_TRUE(window->isVisible());
-  window->setContentView(nullptr);
-  window->setFrame({{120, 120}, {300, 200}});
-  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
-  const std::weak_ptr<View> remains = view;
-  view.reset();
-  EXPECT_TRUE(becomesTrue([&] { return remains.expired(); }));
 }
 
 INSTANTIATE_TEST_SUITE_P(Desktops, WindowContract, contractDesktops(), contractRunName);

@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 #include <signal.h>
 
-#include <QtCore/QCoreApplication>
 #include <optional>
 
 #include "Platform/Linux/Audio/LinuxAudioHardware.h"
 #include "Platform/Linux/LinuxDispatch.h"
 #include "Tests/Desktop/PulseServer.h"
+#include "Tests/Desktop/RunUntil.h"
 
 namespace zephyx {
 namespace {
@@ -32,12 +32,6 @@ class AudioTest : public testing::Test {
   LinuxAudioHardware& audio() { return *audio_; }
   PulseServer& server() { return *server_; }
   void startServer() { server_.emplace(desktop_); }
-  [[nodiscard]] bool becomesTrue(const std::function<bool()>& condition) {
-    return waitFor([&] {
-      QCoreApplication::processEvents();
-      return condition();
-    });
-  }
   [[nodiscard]] bool isThere() { return audio().defaultInputDevice().has_value(); }
   std::optional<bool> isMuted() {
     const auto device = audio().defaultInputDevice();
@@ -54,21 +48,21 @@ class AudioTest : public testing::Test {
 
 TEST_F(AudioTest, TheServerMayGoAndComeBack) {
   for (const bool isKilled : {false, true}) {
-    ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+    ASSERT_TRUE(runUntil([&] { return isThere(); }));
     const auto device = *audio().defaultInputDevice();
     isKilled ? server().process().kill() : server().process().terminate();
-    EXPECT_TRUE(becomesTrue([&] { return !isThere(); }));
+    EXPECT_TRUE(runUntil([&] { return !isThere(); }));
     EXPECT_EQ(audio().setMute(device, true), audioStatus::badDevice);
     startServer();
   }
-  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  ASSERT_TRUE(runUntil([&] { return isThere(); }));
   EXPECT_EQ(audio().setMute(*audio().defaultInputDevice(), true), audioStatus::noErr);
   EXPECT_EQ(isMuted(), true);
   EXPECT_TRUE(server().isMuted("mic0"));
 }
 
 TEST_F(AudioTest, AServerThatHangsIsNotWaitedForAndItsStateIsNotGuessed) {
-  ASSERT_TRUE(becomesTrue([&] { return isThere(); }));
+  ASSERT_TRUE(runUntil([&] { return isThere(); }));
   const auto device = *audio().defaultInputDevice();
   server().process().signal(SIGSTOP);
   const auto start = steady_clock::now();
@@ -77,7 +71,7 @@ TEST_F(AudioTest, AServerThatHangsIsNotWaitedForAndItsStateIsNotGuessed) {
   EXPECT_EQ(isMuted(), false);
   // It does so in the end, and that is heard.
   server().process().signal(SIGCONT);
-  EXPECT_TRUE(becomesTrue([&] { return isMuted() == true; }));
+  EXPECT_TRUE(runUntil([&] { return isMuted() == true; }));
 }
 
 }  // namespace

@@ -16,6 +16,8 @@ class ChatServer {
 
   std::string address() const { return server_.address() + "/v1"; }
   int requests() const { return server_.requests(path); }
+  /// What was asked last, as JSON.
+  std::string question() const { return server_.lastBody(); }
   /// Requests that were answered to the last piece.
   int answered() const { return server_.answered(); }
   /// Answers whose reader went away.

@@ -16,6 +16,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "Platform/Linux/FileDescriptor.h"
 #include "Tests/Desktop/WaitFor.h"
 
 namespace zephyx {
@@ -25,35 +26,17 @@ namespace {
   throw std::runtime_error(what + ": " + std::strerror(errno));
 }
 
-// A file in memory never fills up as a pipe does, and ends at its end although a background child
-// still holds it open.
-class MemoryFile {
- public:
-  explicit MemoryFile(const std::string& content = {})
-      : descriptor_(memfd_create("zephyx-test", MFD_CLOEXEC)) {
-    if (descriptor_ < 0) fail("memfd_create");
-    for (std::size_t done = 0; done < content.size();) {
-      const ssize_t count = write(descriptor_, content.data() + done, content.size() - done);
-      if (count < 0) fail("write");
-      done += static_cast<std::size_t>(count);
-    }
-    lseek(descriptor_, 0, SEEK_SET);
-  }
-  MemoryFile(const MemoryFile&) = delete;
-  MemoryFile& operator=(const MemoryFile&) = delete;
-  ~MemoryFile() { close(descriptor_); }
+// Never fills up as a pipe does, and ends at its end although a background child still holds it
+// open.
+FileDescriptor memoryFile() {
+  FileDescriptor file(memfd_create("zephyx-test", MFD_CLOEXEC));
+  if (file.get() < 0) fail("memfd_create");
+  return file;
+}
 
-  int descriptor() const { return descriptor_; }
-  std::string content() const {
-    std::string result(static_cast<std::size_t>(lseek(descriptor_, 0, SEEK_END)), '\0');
-    const ssize_t count = pread(descriptor_, result.data(), result.size(), 0);
-    result.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
-    return result;
-  }
-
- private:
-  int descriptor_;
-};
+std::string pathOf(const FileDescriptor& file) {
+  return "/proc/self/fd/" + std::to_string(file.get());
+}
 
 int openedOutput(const ChildProcessOptions& options) {
   const char* path = options.output.empty() ? "/dev/null" : options.output.c_str();
@@ -170,16 +153,17 @@ void ChildProcess::kill() {
 
 CommandResult runCommand(const std::vector<std::string>& arguments, const Environment& environment,
                          const std::string& input, std::chrono::milliseconds deadline) {
-  const MemoryFile standardInput(input), standardOutput;
+  const FileDescriptor standardInput = memoryFile(), standardOutput = memoryFile();
+  if (!input.empty()) writeFile(pathOf(standardInput), input);
   ChildProcessOptions options;
   options.arguments = arguments;
   options.environment = environment;
-  options.inputDescriptor = standardInput.descriptor();
-  options.outputDescriptor = standardOutput.descriptor();
+  options.inputDescriptor = standardInput.get();
+  options.outputDescriptor = standardOutput.get();
   ChildProcess child(options);
   const auto status = child.waitForExit(deadline);
   if (!status) throw std::runtime_error(arguments.at(0) + " did not end in time");
-  return {*status, standardOutput.content()};
+  return {*status, readFile(pathOf(standardOutput))};
 }
 
 std::string readFile(const std::filesystem::path& path) {

@@ -1,5 +1,3 @@
-#include <filesystem>
-#include <fstream>
 #include <future>
 
 #include "Tests/Desktop/ClipboardTest.h"
@@ -11,39 +9,12 @@ using namespace std::chrono_literals;
 
 class ClipboardLife : public ClipboardTest {
  protected:
-  /// How often the clipboard's thread has gone to sleep; nothing when there is no such thread.
-  static std::optional<long> sleepsOfThread() {
-    for (const auto& task : std::filesystem::directory_iterator("/proc/self/task")) {
-      if (readFile(task.path() / "comm") != "clipboard\n" ||
-          task.path().filename() == std::to_string(getpid())) {
-        continue;
-      }
-      std::ifstream status(task.path() / "status");
-      for (std::string word; status >> word;) {
-        long count = 0;
-        if (word == "voluntary_ctxt_switches:" && status >> count) return count;
-      }
-    }
-    return std::nullopt;
-  }
   /// Of whoever has that selection.
   void breakConnection(const std::string& selection) {
     const auto owner = desktop_.windows().selectionOwner(selection);
     desktop_.run({"xkill", "-id", std::to_string(owner)});
   }
 };
-
-TEST_F(ClipboardLife, NothingWakesTheThreadWhileNothingHappens) {
-  openAndObserve();
-  ClipboardProgram program;
-  program.copyText("x");
-  ASSERT_TRUE(showsCopies(1));
-  EXPECT_TRUE(showsNothingMoreFor(50ms));
-  const auto before = sleepsOfThread();
-  ASSERT_TRUE(before);
-  EXPECT_TRUE(showsNothingMoreFor(500ms));
-  EXPECT_EQ(sleepsOfThread(), before);
-}
 
 TEST_F(ClipboardLife, ThoseWhoWaitForAHungOwnerAreReleasedAtTheEnd) {
   ClipboardProgram program;
@@ -100,16 +71,6 @@ TEST_F(ClipboardLife, ABrokenConnectionLeavesNoQuestionUnanswered) {
   pasteboard.copyItems([&](std::shared_ptr<const PasteboardItems> answer) { items = answer; });
   breakConnection("PRIMARY");
   EXPECT_TRUE(runUntil([&] { return items != nullptr; }, 500ms));
-}
-
-TEST_F(ClipboardLife, WithoutAServerThereIsAnEmptyPasteboard) {
-  setenv("DISPLAY", ":nowhere", 1);
-  LinuxPasteboard pasteboard(nullptr);
-  EXPECT_FALSE(pasteboard.observeChanges({}, [] {}));
-  EXPECT_TRUE(pasteboard.contents()->types().empty());
-  EXPECT_EQ(pasteboard.clearContents(), 1);
-  EXPECT_TRUE(pasteboard.writeString("ours"));
-  EXPECT_FALSE(pasteboard.offerAsPrimary());
 }
 
 }  // namespace

@@ -1,5 +1,3 @@
-#include <future>
-
 #include "Tests/Desktop/ClipboardTest.h"
 #include "Tests/Desktop/PastingProgram.h"
 
@@ -29,9 +27,7 @@ class ClipboardSaving : public ClipboardTest {
   }
   /// What another program pastes, while this one runs.
   PastingProgram::Property pasted(const std::string& target) {
-    auto result = std::async(std::launch::async, [&] { return PastingProgram().paste(target); });
-    EXPECT_TRUE(runUntil([&] { return result.wait_for(0s) == std::future_status::ready; }));
-    return result.get();
+    return during([target] { return PastingProgram().paste(target); });
   }
   bool isOwnerless() { return desktop_.windows().selectionOwner("CLIPBOARD") == 0; }
 

@@ -3,16 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QCoreApplication>
-#include <QtCore/QTimer>
 #include <chrono>
-#include <functional>
+#include <future>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "Platform/Linux/Clipboard/LinuxPasteboard.h"
 #include "Tests/Desktop/ClipboardProgram.h"
+#include "Tests/Desktop/RunUntil.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
 namespace zephyx {
@@ -58,17 +57,13 @@ class ClipboardTest : public testing::Test {
     return pasteboard;
   }
 
-  /// Runs the main loop until `condition` holds; false when it did not in time.
-  bool runUntil(const std::function<bool()>& condition,
-                std::chrono::milliseconds deadline = std::chrono::seconds(10)) {
-    const auto end = Clock::now() + deadline;
-    QTimer tick;  // for conditions that no event of this loop makes true
-    tick.start(20);
-    while (!condition()) {
-      if (Clock::now() >= end) return false;
-      QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-    }
-    return true;
+  /// Runs the main loop while another program does something.
+  template <typename Action>
+  auto during(Action action) {
+    auto result = std::async(std::launch::async, std::move(action));
+    EXPECT_TRUE(runUntil(
+        [&] { return result.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    return result.get();
   }
   bool showsCopies(std::size_t count) {
     return runUntil([&] { return shown_.size() >= count; });

@@ -1,8 +1,5 @@
-#include <algorithm>
 #include <cstring>
-#include <future>
 #include <map>
-#include <thread>
 
 #include "Platform/Image.h"
 #include "Tests/Desktop/ClipboardTest.h"
@@ -24,13 +21,6 @@ class EncodedImage final : public Image {
 
 class ClipboardWriting : public ClipboardTest {
  protected:
-  /// Runs the main loop while another program does something.
-  template <typename Action>
-  auto during(Action action) {
-    auto result = std::async(std::launch::async, std::move(action));
-    EXPECT_TRUE(runUntil([&] { return result.wait_for(0s) == std::future_status::ready; }));
-    return result.get();
-  }
   std::string pasted(const std::string& target) {
     return during([this, target] { return desktop_.pasted(target); });
   }
@@ -75,18 +65,6 @@ TEST_F(ClipboardWriting, OtherProgramsReadEveryFormat) {
     for (const auto& [target, data] : written.read) EXPECT_EQ(pasted(target), data) << target;
   }
   EXPECT_FALSE(pasteboard.writeUrl("h:x\nfile:///etc/passwd"));
-}
-
-TEST_F(ClipboardWriting, SeveralReadersGetLargeTextAtTheSameTime) {
-  auto& pasteboard = open();
-  const auto text = longText(twentyMegabytes);
-  pasteboard.clearContents();
-  pasteboard.writeString(text);
-  waitForOffer("UTF8_STRING");
-  auto one = std::async(std::launch::async, [&] { return desktop_.pasted() == text; });
-  auto other = std::async(std::launch::async, [&] { return desktop_.pasted() == text; });
-  EXPECT_TRUE(one.get());
-  EXPECT_TRUE(other.get());
 }
 
 TEST_F(ClipboardWriting, ATransferOutlivesItsReaderAndItsContents) {

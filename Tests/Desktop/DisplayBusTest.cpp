@@ -92,22 +92,6 @@ TEST_F(DisplayBusTest, TheWireCarriesTheWholeMessage) {
   }
 }
 
-TEST_F(DisplayBusTest, WritesAreAPartAndTheLastOneArrives) {
-  connect("HDMI-A-1", Bus::obeying);
-  for (int step = 1; step <= 20; ++step) {
-    brightness().setBrightness(0.3 + 0.7 * step / 20);
-    QCoreApplication::processEvents();
-  }
-  ASSERT_TRUE(becomesTrue([&] {
-    const auto writes = buses().writes(Bus::obeying);
-    return !writes.empty() && writes.back().bytes == "37: 51 84 03 10 00 64 cc";
-  }));
-  const auto writes = buses().writes(Bus::obeying);
-  for (std::size_t i = 1; i < writes.size(); ++i) {
-    EXPECT_GE(writes[i].time - writes[i - 1].time, 0.045);
-  }
-}
-
 TEST_F(DisplayBusTest, ABusThatHangsOrFailsHoldsUpNeitherTheMainThreadNorTheOtherBuses) {
   connect("HDMI-A-1", Bus::failing);
   connect("HDMI-A-2", Bus::hanging);

@@ -1,10 +1,5 @@
 #include <gtest/gtest.h>
-#include <signal.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <filesystem>
-#include <functional>
 #include <optional>
 
 #include "Platform/Linux/Displays/LinuxDisplays.h"
@@ -31,20 +26,6 @@ class DisplayGammaTest : public testing::Test {
   const std::string& output() const { return output_; }
   std::string rampFile() const { return (desktop_.home() / "ramps").string(); }
 
-  /// The service in a process of its own, which is killed.
-  void inKilledProcess(const std::function<void(LinuxDisplays&)>& use) const {
-    const pid_t child = fork();
-    if (child == 0) {
-      const X11Connection connection;
-      LinuxDisplays displays(connection.get(), rampFile());
-      use(displays);
-      raise(SIGKILL);
-    }
-    int status = 0;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    ASSERT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGKILL);
-  }
-
   const X11Connection& connection() {
     if (!connection_) connection_.emplace();
     return *connection_;
@@ -56,36 +37,6 @@ class DisplayGammaTest : public testing::Test {
   std::optional<X11Connection> connection_;
   std::string output_;
 };
-
-TEST_F(DisplayGammaTest, DimsTheUsersOwnRampAndGivesItBack) {
-  // A server that has just started says that all is black, and shows everything.
-  const auto identity = DesktopRamps::linear(1, 1, 1);
-  const auto warm = DesktopRamps::linear(1, 0.8, 0.5);
-  for (const auto* own : {&identity, &warm}) {
-    if (own != &identity) userSets(*own);
-    LinuxDisplays displays(connection().get(), rampFile());
-    ASSERT_EQ(displays.onlineDisplays(), (std::vector{Display{id(), false}}));
-    for (const double maximum : {0.15, 0.575, 0.9, 0.15}) {
-      EXPECT_TRUE(displays.setTransferMaximum(id(), maximum));
-      auto expected = *own;
-      for (auto& channel : expected) {
-        for (auto& level : channel) level = static_cast<std::uint16_t>(level * maximum + 0.5);
-      }
-      EXPECT_LE(DesktopRamps::distance(shown(), expected), 1) << maximum;
-      EXPECT_TRUE(std::filesystem::exists(rampFile()));
-    }
-    EXPECT_TRUE(displays.setTransferMaximum(id(), 1));
-    EXPECT_EQ(shown(), *own);
-    EXPECT_FALSE(std::filesystem::exists(rampFile()));
-    EXPECT_TRUE(displays.setTransferMaximum(id(), 1));
-    EXPECT_FALSE(displays.setTransferMaximum(0xBAD, 0.5));
-    EXPECT_FALSE(displays.setTransferMaximum(0xBAD, 1));
-    // The second round ends dimmed.
-    EXPECT_TRUE(displays.setTransferMaximum(id(), 0.2));
-  }
-  EXPECT_EQ(shown(), warm);
-  EXPECT_FALSE(std::filesystem::exists(rampFile()));
-}
 
 TEST_F(DisplayGammaTest, WhatAnotherProgramSetsMeanwhileIsTheUsersFromThenOn) {
   const auto night = DesktopRamps::linear(1, 0.7, 0.4);
@@ -102,30 +53,6 @@ TEST_F(DisplayGammaTest, WhatAnotherProgramSetsMeanwhileIsTheUsersFromThenOn) {
     userSets(DesktopRamps::linear(0.9, 0.9, 0.9));
   }
   EXPECT_EQ(shown(), DesktopRamps::linear(0.9, 0.9, 0.9));
-}
-
-TEST_F(DisplayGammaTest, TheNextStartGivesBackWhatAKilledOneHasLeftDimmed) {
-  const auto warm = DesktopRamps::linear(1, 0.8, 0.5);
-  userSets(warm);
-  const auto killDimmed = [&] {
-    inKilledProcess([display = id()](LinuxDisplays& displays) {
-      displays.setTransferMaximum(display, 0.6);
-      displays.setTransferMaximum(display, 0.15);
-    });
-    EXPECT_LE(DesktopRamps::distance(shown(), DesktopRamps::linear(0.15, 0.12, 0.075)), 1);
-  };
-  killDimmed();
-  const auto start = [&] { LinuxDisplays(connection().get(), rampFile()); };
-  start();
-  EXPECT_EQ(shown(), warm);
-  EXPECT_FALSE(std::filesystem::exists(rampFile()));
-
-  // The user has set another one before the next start.
-  killDimmed();
-  userSets(DesktopRamps::linear(1, 1, 0.9));
-  start();
-  EXPECT_EQ(shown(), DesktopRamps::linear(1, 1, 0.9));
-  EXPECT_FALSE(std::filesystem::exists(rampFile()));
 }
 
 TEST_F(DisplayGammaTest, APanelInTheComputersCaseIsBuiltInWhateverItIsCalled) {

@@ -41,10 +41,8 @@ FakeDisplayBuses::~FakeDisplayBuses() {
 std::vector<FakeDisplayBuses::Write> FakeDisplayBuses::writes(Bus bus) const {
   std::vector<Write> found;
   std::istringstream lines(readFile(log_));
-  long long microseconds = 0;
   Write write;
-  while (lines >> microseconds >> write.bus && std::getline(lines >> std::ws, write.bytes)) {
-    write.time = static_cast<double>(microseconds) / 1e6;
+  while (lines >> write.bus && std::getline(lines >> std::ws, write.bytes)) {
     if (write.bus == bus) found.push_back(write);
   }
   return found;

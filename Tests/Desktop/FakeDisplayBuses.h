@@ -16,7 +16,6 @@ class FakeDisplayBuses {
   enum Bus { obeying = 1, failing = 2, hanging = 3, vanishing = 4 };
 
   struct Write {
-    double time = 0;  ///< in seconds
     int bus = 0;
     std::string bytes;  ///< chip address and bytes, as in "37: 51 84"
   };

@@ -115,12 +115,14 @@ class HttpsServer::Listener {
   std::deque<HttpsReply> replies{HttpsReply{}};  ///< the first one was given, or nothing is to come
   std::map<std::string, HttpsReply> files;
   std::vector<UrlRequest> requests;
+  std::string lastBody;
 
  private:
   /// An answer on its way out.
   struct Outgoing {
     HttpsReply reply;
     std::size_t sent = 0;
+    bool hasEnded = false;
 
     std::size_t size() const { return reply.body.size() + reply.padding; }
     QByteArray take(std::size_t count) {
@@ -140,7 +142,10 @@ class HttpsServer::Listener {
                        if (end < 0) return;
                        auto request = parseRequest(head.left(end));
                        if (head.size() < end + 4 + bodySize(request)) return;
-                       head.clear();
+                       {
+                         const std::lock_guard lock(mutex);
+                         lastBody = std::exchange(head, {}).mid(end + 4).toStdString();
+                       }
                        answer(client, std::move(request));
                      });
     QObject::connect(client, &QTcpSocket::disconnected, client, &QObject::deleteLater);
@@ -183,7 +188,7 @@ class HttpsServer::Listener {
       while (outgoing->sent < outgoing->size() && waiting(*client) < backlog) {
         sentBytes += static_cast<std::size_t>(client->write(outgoing->take(backlog)));
       }
-      if (outgoing->sent < outgoing->size()) return;
+      if (outgoing->sent < outgoing->size() || std::exchange(outgoing->hasEnded, true)) return;
       if (outgoing->reply.cutsOff) client->disconnectFromHost();
       if (!outgoing->reply.hangs) ++answered;
       pump->deleteLater();
@@ -247,6 +252,11 @@ int HttpsServer::requests(const std::string& path) const {
 std::vector<UrlRequest> HttpsServer::requests() const {
   const std::lock_guard lock(listener_->mutex);
   return listener_->requests;
+}
+
+std::string HttpsServer::lastBody() const {
+  const std::lock_guard lock(listener_->mutex);
+  return listener_->lastBody;
 }
 
 std::size_t HttpsServer::sentBytes() const {

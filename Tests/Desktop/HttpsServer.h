@@ -51,6 +51,8 @@ class HttpsServer {
   int requests(const std::string& path) const;
   /// The requests that came, with their paths as URLs.
   std::vector<UrlRequest> requests() const;
+  /// The body of the last request.
+  std::string lastBody() const;
   /// Bytes of bodies that went out, what the system still holds included.
   std::size_t sentBytes() const;
 

@@ -1,5 +1,5 @@
 // i2c_bus_program FOLDER LOG: device files of I²C buses with a display on each, in FOLDER. What is
-// written to them stands in LOG, a line each: the time in microseconds, the bus, the chip's address
+// written to them stands in LOG, a line each: the bus, the chip's address
 // and the bytes.
 
 #define FUSE_USE_VERSION 35
@@ -69,11 +69,7 @@ int writeBytes(const char* path, const char* bytes, size_t size, off_t, fuse_fil
   const int bus = busOf(path);
   std::string line;
   char part[64];
-  const auto now = std::chrono::steady_clock::now().time_since_epoch();
-  std::snprintf(
-      part, sizeof part, "%lld %d %02x:",
-      static_cast<long long>(std::chrono::duration_cast<std::chrono::microseconds>(now).count()),
-      bus, chipOf(file));
+  std::snprintf(part, sizeof part, "%d %02x:", bus, chipOf(file));
   line = part;
   for (size_t i = 0; i < size; ++i) {
     std::snprintf(part, sizeof part, " %02x", static_cast<unsigned char>(bytes[i]));

@@ -1,7 +1,5 @@
 #include <xcb/xcb.h>
 
-#include <QtWidgets/QMenu>
-
 #include "Platform/Events.h"
 #include "Platform/Linux/Input/KeyCodes.h"
 #include "Platform/Linux/Input/LinuxHotKeys.h"
@@ -129,31 +127,6 @@ TEST_F(InputHotKeysTest, IsRefusedAsAWholeWhenAnotherProgramHoldsOneVariant) {
 TEST_F(InputHotKeysTest, RefusesKeysThatThisSystemDoesNotHave) {
   for (const std::uint32_t code : {0x3Fu, 0x7Fu, 0x80u, 0xFFFFFFFFu})
     EXPECT_EQ(add(1, code).status, hotKeyStatus::invalid) << code;
-}
-
-TEST_F(InputHotKeysTest, SharesACombinationUntilTheLastRegistrationEnds) {
-  const auto key = static_cast<std::uint8_t>(xKeycodeFromMac(keyCode::v));
-  auto first = add(1);
-  auto second = add(2);
-  ASSERT_EQ(second.status, hotKeyStatus::noErr);
-  input().chord({key::Shift, key::Super, key::V});
-  EXPECT_EQ(fired(), Fired{1});
-  first.handle.reset();
-  input().chord({key::Shift, key::Super, key::V});
-  EXPECT_EQ(fired(), Fired{2});
-  second.handle.reset();
-  EXPECT_TRUE(waitFor([&] { return !windows().isGrabbedByOthers(key, shiftSuper); }));
-}
-
-TEST_F(InputHotKeysTest, FiresWhileAMenuOfThisProgramIsOpen) {
-  const auto registration = add(2);
-  QMenu menu;
-  menu.addAction("Row");
-  menu.popup(QPoint(100, 100));
-  ASSERT_TRUE(pumpUntil([&] { return menu.isVisible() && menu.isActiveWindow(); }));
-  pumpAll();
-  input().chord({key::Shift, key::Super, key::V});
-  EXPECT_EQ(fired(), Fired{2});
 }
 
 TEST_F(InputHotKeysTest, DeliversNothingOnceItsRegistrationHasEnded) {

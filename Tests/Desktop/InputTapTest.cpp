@@ -6,7 +6,7 @@
 
 #include "Platform/Linux/Input/LinuxEventTaps.h"
 #include "Platform/Linux/Input/ToolkitEvents.h"
-#include "Platform/Linux/X11.h"
+#include "Tests/Desktop/GrabbingProgram.h"
 #include "Tests/Desktop/InputTest.h"
 
 namespace zephyx {
@@ -53,29 +53,13 @@ class InputTapTest : public InputTest {
     input().type(std::string(1, letter));
     return terminal().waitForText(before + letter);
   }
+  static bool take(GrabbingProgram& program, std::uint64_t mask) {
+    return mask == keys ? program.takeKeyboard() : program.takePointer();
+  }
   /// Whether another program could have the device now.
   bool isFree(std::uint64_t mask) {
-    X11Connection other;
-    const auto status = grab(other, mask);
-    return status == XCB_GRAB_STATUS_SUCCESS;
-  }
-  static std::uint8_t grab(X11Connection& program, std::uint64_t mask) {
-    if (mask == keys) {
-      return XReply<xcb_grab_keyboard_reply_t>(
-                 xcb_grab_keyboard_reply(
-                     program.get(),
-                     xcb_grab_keyboard(program.get(), 0, program.root(), XCB_CURRENT_TIME,
-                                       XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                     nullptr))
-          ->status;
-    }
-    return XReply<xcb_grab_pointer_reply_t>(
-               xcb_grab_pointer_reply(
-                   program.get(),
-                   xcb_grab_pointer(program.get(), 0, program.root(), 0, XCB_GRAB_MODE_ASYNC,
-                                    XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-                   nullptr))
-        ->status;
+    GrabbingProgram other;
+    return take(other, mask);
   }
 
   std::unique_ptr<EventTap> tap_;
@@ -90,21 +74,21 @@ class InputTapTest : public InputTest {
 TEST_F(InputTapTest, WaitsForNobodyAndSaysThatAnotherProgramHasTheDevice) {
   for (const auto mask : {keys, mouse}) {
     {
-      X11Connection other;
-      ASSERT_EQ(grab(other, mask), XCB_GRAB_STATUS_SUCCESS);
+      GrabbingProgram other;
+      ASSERT_TRUE(take(other, mask));
       const auto [tap, isBusy] = create(keys | mouse);
       EXPECT_FALSE(tap);
       EXPECT_TRUE(isBusy);
       EXPECT_TRUE(isFree(mask == keys ? mouse : keys)) << "half a lock";
     }
-    EXPECT_TRUE(pumpUntil([&] { return create(keys | mouse).tap != nullptr; }));
+    EXPECT_TRUE(runUntil([&] { return create(keys | mouse).tap != nullptr; }));
   }
 }
 
 TEST_F(InputTapTest, AStalledMainLoopGivesTheDevicesBackWithinTwoSecondsAndHearsOfItLater) {
   for (const auto mask : {keys, mouse}) {
     lock(mask);
-    pumpFor(milliseconds(100));
+    runFor(milliseconds(100));
     EXPECT_FALSE(isFree(mask));
     const auto start = std::chrono::steady_clock::now();
     EXPECT_TRUE(waitFor([&] { return isFree(mask); }));  // this is the main thread
@@ -112,11 +96,11 @@ TEST_F(InputTapTest, AStalledMainLoopGivesTheDevicesBackWithinTwoSecondsAndHears
     if (mask == keys) {
       EXPECT_TRUE(isTyped('a'));
     }
-    ASSERT_TRUE(pumpUntil([&] { return !events_.empty(); }));
+    ASSERT_TRUE(runUntil([&] { return !events_.empty(); }));
     EXPECT_EQ(events_.back().type, EventType::tapDisabledByTimeout);
     EXPECT_TRUE(isFree(mask));
     EXPECT_TRUE(tap_->enable());
-    pumpFor(milliseconds(100));
+    runFor(milliseconds(100));
     EXPECT_FALSE(isFree(mask));
     tap_.reset();
     EXPECT_TRUE(isFree(mask));
@@ -129,14 +113,14 @@ TEST_F(InputTapTest, AKeyboardThatIsLostAllTheSameIsTakenBackOrMissed) {
   // As a program does that types for the user.
   xcb_ungrab_keyboard(toolkitConnection(), XCB_CURRENT_TIME);
   xcb_flush(toolkitConnection());
-  EXPECT_TRUE(pumpUntil([&] { return !isFree(keys); }));
+  EXPECT_TRUE(runUntil([&] { return !isFree(keys); }));
   EXPECT_TRUE(events().empty());
 
   xcb_ungrab_keyboard(toolkitConnection(), XCB_CURRENT_TIME);
   xcb_flush(toolkitConnection());
-  X11Connection other;
-  ASSERT_TRUE(waitFor([&] { return grab(other, keys) == XCB_GRAB_STATUS_SUCCESS; }));
-  ASSERT_TRUE(pumpUntil([&] { return !events_.empty(); }));
+  GrabbingProgram other;
+  ASSERT_TRUE(waitFor([&] { return other.takeKeyboard(); }));
+  ASSERT_TRUE(runUntil([&] { return !events_.empty(); }));
   EXPECT_EQ(events_.back().type, EventType::tapDisabledByUserInput);
   EXPECT_FALSE(tap_->enable());
 }
@@ -174,7 +158,7 @@ TEST_F(InputPauseTest, EndsBeforeSleepAndBeforeTheSessionIsLocked) {
     lock(keys);
     hasEnded_ = false;
     bus.send(each.signal);
-    EXPECT_EQ(pumpUntil([&] { return hasEnded_; }, each.ends ? seconds(5) : milliseconds(300)),
+    EXPECT_EQ(runUntil([&] { return hasEnded_; }, each.ends ? seconds(5) : milliseconds(300)),
               each.ends);
     EXPECT_EQ(isFree(keys), each.ends);
     tap_.reset();

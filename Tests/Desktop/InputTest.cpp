@@ -21,27 +21,13 @@ void InputTest::TearDown() {
   desktop_.reset();
 }
 
-bool InputTest::pumpUntil(const std::function<bool()>& condition,
-                          std::chrono::milliseconds deadline) {
-  return waitFor(
-      [&] {
-        QCoreApplication::processEvents();
-        return condition();
-      },
-      deadline);
-}
-
-void InputTest::pumpFor(std::chrono::milliseconds duration) {
-  (void)pumpUntil([] { return false; }, duration);
-}
-
 void InputTest::pumpAll() {
   auto* connection = toolkitConnection();
   for (int round = 0; round < 3; ++round) {
     const XReply<xcb_get_input_focus_reply_t> answered(
         xcb_get_input_focus_reply(connection, xcb_get_input_focus(connection), nullptr));
     // The toolkit reads its events on a thread of its own.
-    pumpFor(std::chrono::milliseconds(10));
+    runFor(std::chrono::milliseconds(10));
   }
 }
 

@@ -5,6 +5,7 @@
 #include <QtWidgets/QApplication>
 #include <memory>
 
+#include "Tests/Desktop/RunUntil.h"
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
@@ -20,11 +21,6 @@ class InputTest : public testing::Test {
   DesktopInput& input() { return desktop_->input(); }
   DesktopWindows& windows() { return desktop_->windows(); }
 
-  /// As `waitFor`, with the toolkit's events handled meanwhile.
-  [[nodiscard]] static bool pumpUntil(const std::function<bool()>& condition,
-                                      std::chrono::milliseconds deadline = std::chrono::seconds(5));
-  /// Handles events for a while in which nothing is expected to happen.
-  static void pumpFor(std::chrono::milliseconds duration);
   /// Handles everything that the server had to say up to now.
   static void pumpAll();
 

@@ -3,7 +3,6 @@
 #include <QtDBus/QDBusConnection>
 #include <QtDBus/QDBusMessage>
 #include <QtDBus/QDBusVirtualObject>
-#include <QtWidgets/QWidget>
 #include <future>
 
 #include "Platform/Image.h"
@@ -94,26 +93,6 @@ TEST_F(InputWorkspaceTest, NamesTheProgramInFrontAsItsDesktopEntryDoes) {
   }
 }
 
-TEST_F(InputWorkspaceTest, KnowsItsOwnWindowsAndProcessesWithoutWindows) {
-  QWidget window;
-  window.show();
-  ASSERT_TRUE(pumpUntil([&] { return window.isActiveWindow(); }));
-  const auto own = frontmost();
-  ASSERT_TRUE(own);
-  EXPECT_EQ(own->bundleIdentifier(), "com.zephyx.app");
-  EXPECT_TRUE(own->isActive());
-
-  auto process = desktop().start({"sleep", "100"});
-  const auto windowless = workspace_->applicationForProcess(process.pid());
-  ASSERT_TRUE(windowless);
-  EXPECT_EQ(windowless->bundleIdentifier(), "sleep");
-  EXPECT_FALSE(windowless->isActive());
-  EXPECT_FALSE(windowless->activateIgnoringOtherApps());
-  process.kill();
-  EXPECT_FALSE(workspace_->applicationForProcess(process.pid()));
-  EXPECT_FALSE(workspace_->applicationForProcess(0));
-}
-
 TEST_F(InputWorkspaceTest, BringsBackTheWindowThatWasMetFromWhereverItIs) {
   writeFile(desktop().home() / "a", "");
   writeFile(desktop().home() / "b", "");
@@ -158,19 +137,19 @@ TEST_F(InputWorkspaceTest, BringsBackTheWindowThatWasMetFromWhereverItIs) {
     ASSERT_TRUE(waitFor(disturbance.hasHappened));
     EXPECT_FALSE(first->isActive());
     EXPECT_TRUE(first->activateIgnoringOtherApps());
-    EXPECT_TRUE(pumpUntil([&] { return first->isActive(); }));
+    EXPECT_TRUE(runUntil([&] { return first->isActive(); }));
     EXPECT_EQ(windows().active(), ids[0]);
     EXPECT_TRUE(windows().describe(ids[0]).viewable);
     EXPECT_FALSE(second->isActive());
   }
   EXPECT_TRUE(second->activateCooperatively());
-  EXPECT_TRUE(pumpUntil([&] { return second->isActive() && !first->isActive(); }));
+  EXPECT_TRUE(runUntil([&] { return second->isActive() && !first->isActive(); }));
 
   ASSERT_TRUE(terminal.activate());
   const auto byProcess = workspace_->applicationForProcess(editor.pid());
   EXPECT_FALSE(byProcess->isActive());
   EXPECT_TRUE(byProcess->activateIgnoringOtherApps());
-  EXPECT_TRUE(pumpUntil([&] { return byProcess->isActive(); }));
+  EXPECT_TRUE(runUntil([&] { return byProcess->isActive(); }));
 
   windows().close(ids[0]);
   ASSERT_TRUE(waitFor([&] { return !windows().exists(ids[0]); }));
@@ -212,7 +191,7 @@ TEST_F(InputWorkspaceTest, LooksPastTheMomentBetweenTwoWindows) {
   EXPECT_TRUE(found.get());
 
   overwriteActiveWindow(XCB_NONE);
-  pumpFor(std::chrono::milliseconds(150));
+  runFor(std::chrono::milliseconds(150));
   EXPECT_FALSE(workspace_->frontmostApplication());
   EXPECT_FALSE(frontmostFromAnotherThread());
 }
@@ -223,14 +202,13 @@ TEST_F(InputWorkspaceTest, HandsAUrlOverWholeAndNothingElse) {
     workspace_->openUrl(refused);
   const std::string url = "https://example.org/a?b=$(touch%20x)&c=;d '\"";
   workspace_->openUrl(url);
-  EXPECT_TRUE(pumpUntil([&] { return readFile(log) == url + "\n"; })) << readFile(log);
+  EXPECT_TRUE(runUntil([&] { return readFile(log) == url + "\n"; })) << readFile(log);
 }
 
 TEST_F(InputWorkspaceTest, OpensTheFolderWhereThereIsNoFileManager) {
   const auto log = installHelper("xdg-open");
   workspace_->activateFileViewerSelecting("/tmp/a folder/file");
-  EXPECT_TRUE(pumpUntil([&] { return readFile(log) == "file:///tmp/a folder\n"; }))
-      << readFile(log);
+  EXPECT_TRUE(runUntil([&] { return readFile(log) == "file:///tmp/a folder\n"; })) << readFile(log);
 }
 
 class FileManager : public QDBusVirtualObject {
@@ -260,7 +238,7 @@ TEST_F(InputFileManagerTest, ShowsAFileInTheFileManager) {
   ASSERT_TRUE(bus.registerVirtualObject("/org/freedesktop/FileManager1", &manager));
   ASSERT_TRUE(bus.registerService("org.freedesktop.FileManager1"));
   workspace_->activateFileViewerSelecting("/tmp/a b");
-  EXPECT_TRUE(pumpUntil([&] { return !manager.member.isEmpty(); }));
+  EXPECT_TRUE(runUntil([&] { return !manager.member.isEmpty(); }));
   EXPECT_EQ(manager.member, "ShowItems");
   EXPECT_EQ(manager.items, QStringList{"file:///tmp/a b"});
   QDBusConnection::disconnectFromBus("manager");

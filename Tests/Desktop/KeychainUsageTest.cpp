@@ -1,5 +1,3 @@
-#include <QtCore/QCoreApplication>
-#include <algorithm>
 #include <fstream>
 
 #include "Platform/Platform.h"
@@ -7,6 +5,7 @@
 #include "Runner/ClaudeUsageProvider.h"
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/KeychainTest.h"
+#include "Tests/Desktop/RunUntil.h"
 
 namespace zephyx {
 
@@ -39,12 +38,6 @@ class KeychainUsageTest : public KeychainTest {
         << R"({"claudeAiOauth": {"accessToken": ")" << token << "\"}}";
   }
 
-  bool runUntil(const std::function<bool()>& condition) {
-    return waitFor([&] {
-      QCoreApplication::processEvents();
-      return condition();
-    });
-  }
   UsageFetchResult fetch(bool interactive) {
     std::optional<UsageFetchResult> result;
     provider_->fetchUsage(interactive, [&](const UsageFetchResult& answer) { result = answer; });

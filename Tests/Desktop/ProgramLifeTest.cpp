@@ -1,7 +1,5 @@
 #include <sys/stat.h>
 
-#include <csignal>
-
 #include "Tests/Desktop/ProgramTest.h"
 
 namespace zephyx {

@@ -1,7 +1,6 @@
 #include <signal.h>
-#include <xcb/xcb.h>
 
-#include "Platform/Linux/X11.h"
+#include "Tests/Desktop/GrabbingProgram.h"
 #include "Tests/Desktop/ProgramTest.h"
 
 namespace zephyx {
@@ -37,15 +36,7 @@ class ProgramLockTest : public ProgramTest {
     return terminal_->waitForText(before + text);
   }
   /// Whether another program could have it.
-  static bool keyboardIsFree() {
-    X11Connection other;
-    const XReply<xcb_grab_keyboard_reply_t> grabbed(
-        xcb_grab_keyboard_reply(other.get(),
-                                xcb_grab_keyboard(other.get(), 0, other.root(), XCB_CURRENT_TIME,
-                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                nullptr));
-    return grabbed->status == XCB_GRAB_STATUS_SUCCESS;
-  }
+  static bool keyboardIsFree() { return GrabbingProgram().takeKeyboard(); }
   std::uint32_t currentDesktop() {
     const auto number = windows().property32(windows().root(), "_NET_CURRENT_DESKTOP");
     return number.empty() ? 0 : number.front();
@@ -163,13 +154,8 @@ TEST_F(ProgramLockTest, WhereAnotherProgramHasTheMouseNothingIsLockedAndTheUserI
     });
   };
   {
-    X11Connection other;
-    const XReply<xcb_grab_pointer_reply_t> grabbed(xcb_grab_pointer_reply(
-        other.get(),
-        xcb_grab_pointer(other.get(), 0, other.root(), 0, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC,
-                         XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
-        nullptr));
-    ASSERT_EQ(grabbed->status, XCB_GRAB_STATUS_SUCCESS);
+    GrabbingProgram other;
+    ASSERT_TRUE(other.takePointer());
     pressTrackpadChord();
     EXPECT_TRUE(waitFor([&] { return !program().notice() && question(); }));
   }

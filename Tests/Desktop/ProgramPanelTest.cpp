@@ -1,4 +1,4 @@
-#include "Platform/Linux/X11.h"
+#include "Tests/Desktop/GrabbingProgram.h"
 #include "Tests/Desktop/ProgramTest.h"
 
 namespace zephyx {
@@ -15,13 +15,8 @@ TEST_F(ProgramPanelTest, HidesWhenAnotherWindowBecomesActiveAndOnlyThen) {
   const TargetProgram target(desktop(), TargetProgram::Kind::Qt);
   ASSERT_TRUE(openPanel());
   {
-    X11Connection other;
-    const XReply<xcb_grab_keyboard_reply_t> grab(
-        xcb_grab_keyboard_reply(other.get(),
-                                xcb_grab_keyboard(other.get(), 0, other.root(), XCB_CURRENT_TIME,
-                                                  XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
-                                nullptr));
-    ASSERT_TRUE(grab && grab->status == XCB_GRAB_STATUS_SUCCESS);
+    GrabbingProgram other;
+    ASSERT_TRUE(other.takeKeyboard());
     EXPECT_TRUE(holdsFor([&] { return program().panel().has_value(); }, milliseconds(400)));
   }
   EXPECT_TRUE(waitFor([&] { return panelHasKeyboard(); }));

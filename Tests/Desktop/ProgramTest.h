@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <memory>
-#include <string>
 
 #include "Tests/Desktop/TargetProgram.h"
 #include "Tests/Desktop/VirtualDesktop.h"

@@ -1,4 +1,3 @@
-#include <algorithm>
 #include <optional>
 
 #include "Tests/Desktop/DesktopRamps.h"

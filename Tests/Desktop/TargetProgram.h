@@ -1,9 +1,7 @@
 #pragma once
 
-#include <chrono>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include "Tests/Desktop/VirtualDesktop.h"
 
@@ -17,9 +15,6 @@ class TargetProgram {
 
   /// Starts it; returns when its window is active and takes keys.
   TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text = {});
-  /// A Qt program that copies so much later than it is told to; never with a negative time.
-  TargetProgram(VirtualDesktop& desktop, const std::string& text,
-                std::chrono::milliseconds copyDelay);
 
   const DesktopWindow& window() const { return window_; }
   ChildProcess& process() { return process_; }
@@ -35,8 +30,6 @@ class TargetProgram {
   static std::string name(Kind kind);
 
  private:
-  TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text,
-                const std::vector<std::string>& moreArguments);
   bool isUnsaved() const;
 
   VirtualDesktop& desktop_;

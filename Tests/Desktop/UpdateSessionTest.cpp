@@ -1,6 +1,6 @@
 #include <QtCore/QFile>
 #include <QtCore/QUrl>
-#include <QtWidgets/QPushButton>
+#include <QtWidgets/QWidget>
 #include <ctime>
 
 #include "Tests/Desktop/UpdateTest.h"
@@ -22,7 +22,7 @@ class UpdateSessionTest : public UpdateTest {
   void findInTheBackground() {
     offer("2.0");
     start(checkingAtOnce());
-    ASSERT_TRUE(becomesTrue([&] { return told.size() >= 2; }));
+    ASSERT_TRUE(runUntil([&] { return told.size() >= 2; }));
   }
   /// The user has asked, and sees 2.0.
   void findByAsking(UpdateConfiguration configuration) {
@@ -40,9 +40,9 @@ TEST_F(UpdateSessionTest, AnUpdateFoundInTheBackgroundWaitsWithoutAWindowUntilTh
   updates().checkForUpdates();
   ASSERT_TRUE(waitForWords("Zephyx 2.0 is now available, you have 1.0"));
   EXPECT_NE(words().find("twice as fast"), std::string::npos);
-  EXPECT_TRUE(becomesTrue([&] { return told.back() == "seen 2.0"; }));
+  EXPECT_TRUE(runUntil([&] { return told.back() == "seen 2.0"; }));
   EXPECT_EQ(server().requests("/feed.xml"), 1) << "it had been found";
-  EXPECT_TRUE(becomesTrue([&] { return isActive(); }));
+  EXPECT_TRUE(runUntil([&] { return isActive(); }));
   updates().checkForUpdates();
   EXPECT_TRUE(staysTrue([] { return window() != nullptr; }, 50ms)) << "brought to the front only";
 
@@ -52,7 +52,7 @@ TEST_F(UpdateSessionTest, AnUpdateFoundInTheBackgroundWaitsWithoutAWindowUntilTh
   updates().checkForUpdates();
   EXPECT_TRUE(waitForWords("2.0 is now available"));
   EXPECT_EQ(told[3], "window for 2.0, asked for");
-  EXPECT_TRUE(becomesTrue([&] { return isActive(); }));
+  EXPECT_TRUE(runUntil([&] { return isActive(); }));
   EXPECT_EQ(told.size(), 5u);
   EXPECT_EQ(told.back(), "seen 2.0");
 }
@@ -61,7 +61,7 @@ TEST_F(UpdateSessionTest, RightAfterTheStartInFrontTheWindowComesByItself) {
   isInFront = true;
   findInTheBackground();
   EXPECT_TRUE(waitForWords("2.0 is now available"));
-  EXPECT_TRUE(becomesTrue([&] { return told.size() == 3; }));
+  EXPECT_TRUE(runUntil([&] { return told.size() == 3; }));
   EXPECT_EQ(told, (Lines{"found 2.0 in focus", "window for 2.0", "seen 2.0"}));
 }
 
@@ -73,7 +73,7 @@ TEST_F(UpdateSessionTest, ASkippedVersionIsOnlyShownToThoseWhoAsk) {
   defaults().removeObject("updates.lastCheck");
   told.clear();
   start(checkingAtOnce());
-  ASSERT_TRUE(becomesTrue([&] { return server().requests("/feed.xml") == 2; }));
+  ASSERT_TRUE(runUntil([&] { return server().requests("/feed.xml") == 2; }));
   EXPECT_TRUE(staysTrue([&] { return told.empty(); }, 200ms));
   updates().checkForUpdates();
   EXPECT_TRUE(waitForWords("2.0 is now available"));
@@ -118,14 +118,14 @@ TEST_F(UpdateSessionTest, AReminderEndsWhenTheReleaseIsWithdrawn) {
   auto restless = checkingAtOnce();
   restless.clockInterval = 20ms;
   start(restless);
-  ASSERT_TRUE(becomesTrue([&] { return told.size() == 2; }));
+  ASSERT_TRUE(runUntil([&] { return told.size() == 2; }));
   server().set("/feed.xml", {.status = 500});
   defaults().removeObject("updates.lastCheck");
-  ASSERT_TRUE(becomesTrue([&] { return server().requests("/feed.xml") == 2; }));
+  ASSERT_TRUE(runUntil([&] { return server().requests("/feed.xml") == 2; }));
   EXPECT_TRUE(staysTrue([&] { return told.size() == 2; }, 100ms)) << "that says nothing";
   offer("1.0");
   defaults().removeObject("updates.lastCheck");
-  EXPECT_TRUE(becomesTrue([&] { return told.size() == 3; }));
+  EXPECT_TRUE(runUntil([&] { return told.size() == 3; }));
   EXPECT_EQ(told.back(), "seen 2.0");
   EXPECT_EQ(server().requests("/feed.xml"), 3);
   updates().checkForUpdates();

@@ -5,7 +5,6 @@
 #include <QtWidgets/QLabel>
 #include <QtWidgets/QPushButton>
 #include <QtWidgets/QTextBrowser>
-#include <stdexcept>
 #include <utility>
 
 #include "Platform/Linux/Updates/UpdateWindow.h"
@@ -68,24 +67,6 @@ void UpdateTest::stop() {
   updates_.reset();
 }
 
-bool UpdateTest::becomesTrue(const std::function<bool()>& condition) {
-  return waitFor([&] {
-    QCoreApplication::processEvents();
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    return condition();
-  });
-}
-
-bool UpdateTest::staysTrue(const std::function<bool()>& condition,
-                           std::chrono::milliseconds duration) {
-  return holdsFor(
-      [&] {
-        QCoreApplication::processEvents();
-        return condition();
-      },
-      duration);
-}
-
 QWidget* UpdateTest::window() {
   for (auto* widget : QApplication::topLevelWidgets()) {
     if (qobject_cast<UpdateWindow*>(widget) && widget->isVisible()) return widget;
@@ -106,7 +87,7 @@ std::string UpdateTest::words() {
 }
 
 bool UpdateTest::waitForWords(const std::string& part) {
-  const bool found = becomesTrue([&] { return words().find(part) != std::string::npos; });
+  const bool found = runUntil([&] { return words().find(part) != std::string::npos; });
   if (!found) ADD_FAILURE() << "no \"" << part << "\" in: " << words();
   return found;
 }
@@ -120,7 +101,7 @@ QPushButton* UpdateTest::button(const char* label) {
 }
 
 void UpdateTest::press(const char* label) {
-  ASSERT_TRUE(becomesTrue([&] { return button(label) != nullptr; })) << label;
+  ASSERT_TRUE(runUntil([&] { return button(label) != nullptr; })) << label;
   button(label)->click();
 }
 

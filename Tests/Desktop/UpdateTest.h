@@ -14,6 +14,7 @@
 #include "Platform/Linux/Updates/LinuxSoftwareUpdate.h"
 #include "Platform/Linux/Windows/DesktopWatch.h"
 #include "Platform/Linux/Windows/WindowHints.h"
+#include "Tests/Desktop/RunUntil.h"
 #include "Tests/Desktop/UpdateFeed.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
@@ -48,10 +49,11 @@ class UpdateTest : public testing::Test, public SoftwareUpdateDelegate {
   LinuxUserDefaults& defaults() { return *defaults_; }
   VirtualDesktop& desktop() { return *desktop_; }
 
-  [[nodiscard]] static bool becomesTrue(const std::function<bool()>& condition);
   /// Lets time pass; true when the condition held all along.
   [[nodiscard]] static bool staysTrue(const std::function<bool()>& condition,
-                                      std::chrono::milliseconds duration);
+                                      std::chrono::milliseconds duration) {
+    return runsWithout([&] { return !condition(); }, duration);
+  }
   /// The window; null when it is not on the screen.
   static QWidget* window();
   /// All that the window says, buttons aside.

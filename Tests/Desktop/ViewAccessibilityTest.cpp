@@ -2,23 +2,12 @@
 
 #include <QtGui/QAccessible>
 #include <QtWidgets/QApplication>
+#include <QtWidgets/QLabel>
 #include <QtWidgets/QMenu>
 #include <map>
 
-#include "Platform/UserDefaults.h"
-#include "Runner/AgentUsageMenuItem.h"
-#include "Runner/AgentUsageMenuView.h"
-#include "Runner/BrightnessMenuItemView.h"
-#include "Runner/ExternalDisplayBrightness.h"
-#include "Runner/HotkeyManager.h"
-#include "Runner/InputLockController.h"
-#include "Runner/InputLockMenuItemView.h"
 #include "Runner/MicrophoneMuteController.h"
-#include "Runner/SharedObjects.h"
-#include "Runner/StatusMenu.h"
-#include "Runner/SystemMonitorMenuView.h"
-#include "Tests/Desktop/ViewTest.h"
-#include "Tests/Runner/FakeUsageProvider.h"
+#include "Tests/Desktop/ViewStatusMenuTest.h"
 
 namespace zephyx {
 namespace {
@@ -44,84 +33,25 @@ void forEach(QAccessibleInterface* item, const std::function<void(QAccessibleInt
 
 /// The whole status menu, and the heads-up panels: with the mouse, and for a user who has none or
 /// does not see.
-class ViewAccessibilityTest : public ViewTest, public MenuDelegate {
+class ViewAccessibilityTest : public ViewStatusMenuTest {
  protected:
-  ViewAccessibilityTest() { height_ = 900; }
-
   void SetUp() override {
-    ViewTest::SetUp();
+    ViewStatusMenuTest::SetUp();
     QAccessible::setActive(true);
-    shared_ = std::make_unique<SharedObjects>(platform());
-    platform().userDefaults().setBoolean("agentUsage.authorized.v2", true);
-    HotkeyManager::shared().loadConfigs(platform().userDefaults());
-    icon_ = platform().statusBar().makeStatusItem(-2);
-    monitor_ = std::make_shared<SystemMonitorMenuView>(
-        platform().dispatch(), platform().hostStatistics(), platform().temperatureSensors());
-    agents_ = std::make_unique<AgentUsageMenuItem>(platform(), provider_, *icon_);
-    lock_ = std::make_unique<InputLockController>(platform());
-    constexpr auto lockTitle = "Lock Keyboard for Cleaning";
-    menu_ = std::make_unique<StatusMenu>(
-        *this, HotkeyManager::shared(), platform().userDefaults(), platform().softwareUpdate(),
-        StatusMenu::ViewRows{
-            .systemMonitor = MenuItem::withView("System Monitor", monitor_),
-            .agentUsage = agents_->item(),
-            .brightness = MenuItem::withView(
-                BrightnessMenuItemView::title,
-                std::make_shared<BrightnessMenuItemView>(ExternalDisplayBrightness::shared())),
-            .keyboardLock =
-                MenuItem::withView(lockTitle, std::make_shared<InputLockMenuItemView>(
-                                                  InputLockTarget::keyboard, lockTitle, *lock_)),
-        },
-        StatusMenu::Actions{.exportAllNotes = [this] { ++exports_; }});
-    icon_->setMenu(menu_->menu());
-  }
-  void TearDown() override {
-    icon_.reset();
-    menu_.reset();
-    agents_.reset();
-    lock_.reset();
-    monitor_.reset();
-    shared_.reset();
-    ViewTest::TearDown();
   }
 
-  void menuNeedsUpdate(Menu&) override { menu_->refreshMicMuteItem(isMuted_); }
-  void menuWillOpen(Menu&) override {
-    monitor_->startMonitoring();
-    agents_->menuWillOpen();
-  }
-  void menuDidClose(Menu&) override { monitor_->stopMonitoring(); }
-
-  void open() {
-    icon_->performClick();
-    ASSERT_TRUE(becomesTrue([&] { return menuIsOpen(); }));
-    if (!provider_->requests.empty()) provider_->answer(usageWith(2, 3));
-    pass(milliseconds(50));
-  }
   static QAccessibleInterface* focused() {
     return QAccessible::queryAccessibleInterface(menu())->focusChild();
   }
   void press(key::Code code) {
     input().tap(code);
-    pass(milliseconds(15));
+    runFor(milliseconds(15));
   }
-
-  std::unique_ptr<InputLockController> lock_;
-  std::shared_ptr<StatusItem> icon_;
-  bool isMuted_ = false;
-  int exports_ = 0;
-
- private:
-  const std::shared_ptr<FakeUsageProvider> provider_ = std::make_shared<FakeUsageProvider>();
-  std::unique_ptr<SharedObjects> shared_;
-  std::shared_ptr<SystemMonitorMenuView> monitor_;
-  std::unique_ptr<AgentUsageMenuItem> agents_;
-  std::unique_ptr<StatusMenu> menu_;
 };
 
 TEST_P(ViewAccessibilityTest, EachControlOfTheMenuHasANameARoleAndAWayForTheKeyboard) {
   isMuted_ = true;
-  open();
+  openWith(usageWith(2, 3));
   std::map<QAccessibleInterface*, std::string> unreached;
   std::vector<std::string> found;
   forEach(QAccessible::queryAccessibleInterface(menu()), [&](QAccessibleInterface& item) {
@@ -162,56 +92,58 @@ TEST_P(ViewAccessibilityTest, EachControlOfTheMenuHasANameARoleAndAWayForTheKeyb
     }
   });
   press(key::Escape);
-  EXPECT_TRUE(becomesTrue([&] { return !menu(); }));
+  EXPECT_TRUE(runUntil([&] { return !menu(); }));
 }
 
 TEST_P(ViewAccessibilityTest, TheMouseDragsTheSliderAndTheMenuStaysOpen) {
-  open();
+  openWith(usageWith(2, 3));
   const auto& brightness = ExternalDisplayBrightness::shared();
   const auto& slider = *shown(BrightnessMenuItemView::title);
   const bool isMirrored = GetParam().isMirrored;
   const auto end =
       slider.mapToGlobal(QPoint(isMirrored ? 8 : slider.width() - 8, slider.height() / 2));
   pointAt(end);
-  pass(milliseconds(30));
+  runFor(milliseconds(30));
   input().pressButton();
   double level = brightness.last();
   for (int step = 2; step <= 10; ++step) {
     pointAt(end + QPoint(isMirrored ? 10 * step : -10 * step, 0));
-    ASSERT_TRUE(becomesTrue([&] { return brightness.last() < level; })) << step;
+    ASSERT_TRUE(runUntil([&] { return brightness.last() < level; })) << step;
     level = brightness.last();
   }
   input().releaseButton();
   // A click beside a control is no choice of its row.
   clickAt(slider.mapToGlobal(QPoint(slider.width() / 2, -6)));
-  pass(milliseconds(100));
+  runFor(milliseconds(100));
   EXPECT_TRUE(menuIsOpen());
   EXPECT_EQ(brightness.last(), level);
 
   const auto dark = pixels(slider);
   QApplication::setPalette(QPalette(QColor(0xf0, 0xf0, 0xf0), QColor(0xf6, 0xf6, 0xf6)));
-  EXPECT_TRUE(becomesTrue([&] { return pixels(slider) != dark; })) << "it follows the desktop";
+  EXPECT_TRUE(runUntil([&] { return pixels(slider) != dark; })) << "it follows the desktop";
 }
 
 TEST_P(ViewAccessibilityTest, AKeyThatFlipsTheAccordionLeavesTheKeyboardOnItsRow) {
-  open();
+  openWith(usageWith(2, 3));
   for (int presses = 0; presses < 20 && !(focused() && nameOf(*focused()) == "Claude Code");
        ++presses)
     press(key::Down);
-  const auto height = menu()->height();
+  const auto before = menu()->geometry();
   for (const bool opens : {true, false}) {
     press(key::Return);
-    ASSERT_TRUE(becomesTrue([&] { return menuIsOpen() && (menu()->height() > height) == opens; }));
-    pass(milliseconds(50));
+    ASSERT_TRUE(
+        runUntil([&] { return menuIsOpen() && (menu()->height() > before.height()) == opens; }));
+    runFor(milliseconds(50));
     ASSERT_NE(focused(), nullptr);
     EXPECT_EQ(nameOf(*focused()), "Claude Code");
   }
+  EXPECT_EQ(menu()->geometry(), before);
   // It goes on from there.
   press(key::Down);
   EXPECT_EQ(nameOf(*focused()), "Disconnect account");
   press(key::Escape);
-  ASSERT_TRUE(becomesTrue([&] { return !menu(); }));
-  open();
+  ASSERT_TRUE(runUntil([&] { return !menu(); }));
+  openWith(usageWith(2, 3));
   EXPECT_EQ(focused(), nullptr);
 }
 
@@ -225,10 +157,10 @@ TEST_P(ViewAccessibilityTest, KeyEquivalentsAreFoundInEveryLayout) {
     SCOPED_TRACE(each.layout);
     desktop().run({"setxkbmap", each.layout});
     input().lockLayout(each.group);
-    open();
+    openWith(usageWith(2, 3));
     exports_ = 0;
     input().chord({key::Shift, key::Super, each.key});
-    EXPECT_TRUE(becomesTrue([&] { return exports_ == 1 && !menu(); }));
+    EXPECT_TRUE(runUntil([&] { return exports_ == 1 && !menu(); }));
     icon_->cancelTrackingWithoutAnimation();
   }
 }
@@ -236,7 +168,7 @@ TEST_P(ViewAccessibilityTest, KeyEquivalentsAreFoundInEveryLayout) {
 TEST_P(ViewAccessibilityTest, TheHeadsUpPanelsSayTheirWords) {
   MicrophoneMuteController::shared().showHUD(true);
   lock_->showHUD(InputLockTarget::keyboard);
-  pass(milliseconds(50));
+  runFor(milliseconds(50));
   std::string words;
   for (auto* window : QApplication::topLevelWidgets()) {
     if (!window->isVisible()) continue;
@@ -247,6 +179,11 @@ TEST_P(ViewAccessibilityTest, TheHeadsUpPanelsSayTheirWords) {
   EXPECT_THAT(words, testing::HasSubstr("Microphone muted;"));
   EXPECT_THAT(words, testing::HasSubstr("Keyboard locked for cleaning — press ⌃⌥⌘K or click the "
                                         "Zephyx menu bar icon to unlock;"));
+  for (const auto* widget : QApplication::allWidgets()) {
+    if (const auto* label = qobject_cast<const QLabel*>(widget); label && label->isVisible()) {
+      EXPECT_FALSE(label->text().contains(QChar(0x2026))) << label->text().toStdString();
+    }
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, ViewAccessibilityTest, viewAppearances, viewAppearanceName);

@@ -1,13 +1,9 @@
 #include <QtGui/QScreen>
-#include <QtGui/QWindow>
 #include <QtWidgets/QApplication>
-#include <QtWidgets/QWidget>
 #include <algorithm>
 
 #include "Platform/Application.h"
 #include "Platform/Canvas.h"
-#include "Platform/Label.h"
-#include "Platform/TextMetrics.h"
 #include "Tests/Desktop/ViewTest.h"
 
 namespace zephyx {
@@ -59,7 +55,7 @@ TEST_P(ViewPanelTest, AHeadsUpPanelShowsItsViewsAndLetsTheMouseThrough) {
   below->setContentView(target);
   EXPECT_EQ(target->frame().size, (Size{400, 300}));
   below->makeKeyAndOrderFront();
-  ASSERT_TRUE(becomesTrue([&] { return below->isKeyWindow(); }));
+  ASSERT_TRUE(runUntil([&] { return below->isKeyWindow(); }));
 
   const Rect frame{{150, 150}, {320, 120}};
   const auto panel = application.makeWindow(headsUp(frame));
@@ -74,52 +70,25 @@ TEST_P(ViewPanelTest, AHeadsUpPanelShowsItsViewsAndLetsTheMouseThrough) {
       return each.width == window.frame().size.width * GetParam().scale;
     });
   };
-  ASSERT_TRUE(becomesTrue([&] { return isOnTheScreen(*panel); }));
+  ASSERT_TRUE(runUntil([&] { return isOnTheScreen(*panel); }));
   const Point middle{frame.midX(), frame.origin.y + 100};
-  ASSERT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() > 15; }));
+  ASSERT_TRUE(runUntil([&] { return colorAt(middle).lightness() > 15; }));
   const auto uncovered = colorAt(middle);
   view->setAlpha(1, Animation{.seconds = 0.2});
-  EXPECT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() < uncovered.lightness() / 2; }));
+  EXPECT_TRUE(runUntil([&] { return colorAt(middle).lightness() < uncovered.lightness() / 2; }));
   EXPECT_TRUE(below->isKeyWindow());
 
   // A view's places are those of the screen, whichever way lines run.
   clickAt(QPoint(170, 600 - static_cast<int>(middle.y)));
-  ASSERT_TRUE(becomesTrue([&] { return target->clicks.size() == 1; }));
+  ASSERT_TRUE(runUntil([&] { return target->clicks.size() == 1; }));
   EXPECT_NEAR(target->clicks[0].x, GetParam().isMirrored ? 330 : 70, 1.1);
   EXPECT_NEAR(target->clicks[0].y, middle.y - 100, 1.1);
 
   view->setAlpha(0, Animation{.seconds = 0.1});
-  EXPECT_TRUE(becomesTrue([&] { return colorAt(middle).lightness() > 15; }));
+  EXPECT_TRUE(runUntil([&] { return colorAt(middle).lightness() > 15; }));
   panel->orderOut();
-  EXPECT_TRUE(becomesTrue([&] { return !isOnTheScreen(*panel); }));
+  EXPECT_TRUE(runUntil([&] { return !isOnTheScreen(*panel); }));
   panel->setContentView(nullptr);
-}
-
-TEST_P(ViewPanelTest, TextFitsIntoTheRoomThatWasMeasuredForIt) {
-  const auto& metrics = platform().textMetrics();
-  const Font font{13, FontWeight::semibold};
-  const auto line = metrics.size("", font);
-  EXPECT_EQ(line.width, 0);
-  EXPECT_GE(line.height, 13);
-  EXPECT_GT(metrics.size("mmmm", font).width, metrics.size("mm", font).width);
-  EXPECT_GT(metrics.size("mm", {26, FontWeight::semibold}).height, line.height);
-
-  const std::string words = "Wörter, die fast zu lang sind";
-  auto label = std::make_shared<Label>(words, TextStyle{font});
-  label->setAccessibilityLabel("words");
-  auto root = std::make_shared<View>();
-  root->addChild(label);
-  const auto size = metrics.size(words, font);
-  const auto window = platform().application().makeWindow(
-      {.kind = WindowKind::panel, .contentRect = {{50, 50}, {size.width, size.height}}});
-  label->setFrame({{0, 0}, size});
-  window->setContentView(root);
-  window->orderFrontRegardless();
-  const auto text = [&] { return shown(*label)->property("text").toString().toStdString(); };
-  EXPECT_TRUE(becomesTrue([&] { return text() == words; }));
-  label->setFrame({{0, 0}, {size.width - 8, size.height}});
-  EXPECT_TRUE(becomesTrue([&] { return text() != words; }));
-  EXPECT_NE(text().find("…"), std::string::npos);
 }
 
 INSTANTIATE_TEST_SUITE_P(Views, ViewPanelTest, viewAppearances, viewAppearanceName);

@@ -29,21 +29,6 @@ void ViewTest::TearDown() {
   desktop_.reset();
 }
 
-bool ViewTest::becomesTrue(const std::function<bool()>& condition,
-                           std::chrono::milliseconds deadline) {
-  return waitFor(
-      [&] {
-        QCoreApplication::processEvents();
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return condition();
-      },
-      deadline);
-}
-
-void ViewTest::pass(std::chrono::milliseconds duration) {
-  (void)becomesTrue([] { return false; }, duration);
-}
-
 QMenu* ViewTest::menu() {
   for (auto* widget : QApplication::topLevelWidgets()) {
     auto* menu = qobject_cast<QMenu*>(widget);
@@ -77,9 +62,9 @@ void ViewTest::click(const QWidget& widget) {
 
 void ViewTest::clickAt(QPoint place) {
   pointAt(place);
-  pass(std::chrono::milliseconds(30));
+  runFor(std::chrono::milliseconds(30));
   input().pressButton();
-  pass(std::chrono::milliseconds(20));
+  runFor(std::chrono::milliseconds(20));
   input().releaseButton();
 }
 

@@ -3,13 +3,13 @@
 #include <gtest/gtest.h>
 
 #include <QtCore/QPoint>
-#include <functional>
 #include <memory>
 #include <ostream>
 #include <string>
 
 #include "Platform/Platform.h"
 #include "Platform/View.h"
+#include "Tests/Desktop/RunUntil.h"
 #include "Tests/Desktop/VirtualDesktop.h"
 
 class QMenu;
@@ -44,12 +44,6 @@ class ViewTest : public testing::TestWithParam<ViewAppearance> {
   Platform& platform() { return *platform_; }
   VirtualDesktop& desktop() { return *desktop_; }
   DesktopInput& input() { return desktop_->input(); }
-
-  /// Handles the toolkit's events until `condition` holds.
-  [[nodiscard]] static bool becomesTrue(
-      const std::function<bool()>& condition,
-      std::chrono::milliseconds deadline = std::chrono::seconds(5));
-  static void pass(std::chrono::milliseconds duration);
 
   bool menuIsOpen();
   /// The open menu; null when there is none.

@@ -163,10 +163,6 @@ void VirtualDesktop::startCompositor() {
           "the compositor did not start");
 }
 
-void VirtualDesktop::stopCompositor() {
-  compositor_.terminate();
-}
-
 void VirtualDesktop::startTray() {
   tray_ = start(
       {"trayer", "--edge", "top", "--align", "right", "--widthtype", "request", "--height", "26"});
@@ -175,21 +171,9 @@ void VirtualDesktop::startTray() {
       "the tray did not start");
 }
 
-void VirtualDesktop::stopTray() {
-  tray_.terminate();
-}
-
-void VirtualDesktop::stopWindowManager() {
-  windowManager_.kill();
-}
-
 void VirtualDesktop::stopSessionBus() {
   sessionBus_.kill();
   std::filesystem::remove(directory_.path() / "dbus-daemon");  // the last one's first line
-}
-
-void VirtualDesktop::killServer() {
-  server_.kill();
 }
 
 void VirtualDesktop::startKeyring() {
@@ -206,10 +190,6 @@ void VirtualDesktop::startKeyring() {
           },
           kStartDeadline),
       "the keyring did not start");
-}
-
-void VirtualDesktop::stopKeyring() {
-  keyring_.kill();
 }
 
 void VirtualDesktop::enter() const {

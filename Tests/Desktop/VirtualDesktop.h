@@ -65,17 +65,18 @@ class VirtualDesktop {
 
   /// Each returns when it answers, or is gone.
   void startTray();
-  void stopTray();
+  void stopTray() { tray_.terminate(); }
   void startWindowManager();
-  void stopWindowManager();  ///< as if it had crashed
+  /// As if it had crashed.
+  void stopWindowManager() { windowManager_.kill(); }
   void startCompositor();
-  void stopCompositor();
+  void stopCompositor() { compositor_.terminate(); }
   void startSessionBus();  ///< under the address of the one before
   void stopSessionBus();
   void startKeyring();  ///< a keeper of secrets on the desktop's own bus
-  void stopKeyring();
+  void stopKeyring() { keyring_.kill(); }
   /// What is left of this object then is its folders.
-  void killServer();
+  void killServer() { server_.kill(); }
 
  private:
   /// Starts a server program and waits for the line in which it says where it can be reached.

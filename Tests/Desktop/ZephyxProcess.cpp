@@ -39,10 +39,6 @@ void ZephyxProcess::useChatServer(const VirtualDesktop& desktop, const std::stri
   useSettings(desktop, {{"flutter.ai.serverAddress", address}, {"flutter.ai.serverModel", "any"}});
 }
 
-std::string ZephyxProcess::log() const {
-  return readFile(logFile_);
-}
-
 std::size_t ZephyxProcess::logCount(const std::string& text) const {
   const std::string content = log();
   std::size_t count = 0;
@@ -56,22 +52,10 @@ std::string ZephyxProcess::logEnd(std::size_t bytes) const {
   return whole.substr(whole.size() - std::min(bytes, whole.size()));
 }
 
-bool ZephyxProcess::waitForLog(const std::string& text, std::size_t times) const {
-  return waitFor([&] { return logCount(text) >= times; });
-}
-
 std::optional<DesktopWindow> ZephyxProcess::mainWindow() const {
   return desktop_.windows().find([&](const DesktopWindow& window) {
     return window.pid == pid() && window.viewable && window.width >= 600;
   });
-}
-
-std::optional<DesktopWindow> ZephyxProcess::panel() const {
-  return windowOfSize(panelWidth, panelHeight);
-}
-
-std::optional<DesktopWindow> ZephyxProcess::translatePanel() const {
-  return windowOfSize(620, 580);
 }
 
 std::optional<DesktopWindow> ZephyxProcess::windowOfSize(int width, int height) const {
@@ -151,14 +135,6 @@ bool ZephyxProcess::chooseRow(int fromBottom) const {
   for (int row = 0; row < fromBottom; ++row) desktop_.input().tap(key::Up);
   desktop_.input().tap(key::Return);
   return waitFor([&] { return !menu(); });
-}
-
-std::filesystem::path ZephyxProcess::dataFolder() const {
-  return desktop_.dataHome() / "com.zephyx.app";
-}
-
-std::filesystem::path ZephyxProcess::historyFile() const {
-  return dataFolder() / "clipboard_history.sqlite";
 }
 
 bool ZephyxProcess::waitForEntry(const std::string& text) {

@@ -30,16 +30,18 @@ class ZephyxProcess {
   /// True when the main window is on the screen, the hot keys are taken and copies are recorded.
   [[nodiscard]] bool waitUntilReady() const;
 
-  std::string log() const;
+  std::string log() const { return readFile(logFile_); }
   std::string logEnd(std::size_t bytes) const;
-  [[nodiscard]] bool waitForLog(const std::string& text, std::size_t times = 1) const;
+  [[nodiscard]] bool waitForLog(const std::string& text, std::size_t times = 1) const {
+    return waitFor([&] { return logCount(text) >= times; });
+  }
   std::size_t logCount(const std::string& text) const;
 
   std::optional<DesktopWindow> mainWindow() const;
   /// The clipboard's.
-  std::optional<DesktopWindow> panel() const;
+  std::optional<DesktopWindow> panel() const { return windowOfSize(panelWidth, panelHeight); }
   /// Of the compact size.
-  std::optional<DesktopWindow> translatePanel() const;
+  std::optional<DesktopWindow> translatePanel() const { return windowOfSize(620, 580); }
   /// The icon, once a tray has taken it in.
   std::optional<DesktopWindow> trayIcon() const;
   /// The open menu.
@@ -67,8 +69,8 @@ class ZephyxProcess {
   HistoryFile& history() { return history_; }
   /// Waits until the history's newest entry has this text.
   [[nodiscard]] bool waitForEntry(const std::string& text);
-  std::filesystem::path dataFolder() const;
-  std::filesystem::path historyFile() const;
+  std::filesystem::path dataFolder() const { return desktop_.dataHome() / "com.zephyx.app"; }
+  std::filesystem::path historyFile() const { return dataFolder() / "clipboard_history.sqlite"; }
 
   static std::filesystem::path executable();
   static constexpr int panelWidth = 560;
