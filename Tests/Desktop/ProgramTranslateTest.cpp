@@ -78,9 +78,13 @@ TEST_F(ProgramTranslateTest, TheSelectionOfEveryKindOfProgramIsFetchedAndTheClip
     if (isTerminal) {
       input().type(text);
       ASSERT_TRUE(target.waitForText(text));
-      for (int click = 0; click < 2; ++click)
-        input().click(target.window().x + 30, target.window().y + 9);
-      ASSERT_TRUE(waitFor([&] { return desktop().pasted("UTF8_STRING", "primary") == text; }));
+      const auto isSelected = [&] {
+        for (int click = 0; click < 2; ++click)
+          input().click(target.window().x + 30, target.window().y + 9);
+        return waitFor([&] { return desktop().pasted("UTF8_STRING", "primary") == text; },
+                       std::chrono::seconds(1));
+      };
+      ASSERT_TRUE(waitFor(isSelected));
     } else {
       input().chord({key::Control, key::A});
     }
