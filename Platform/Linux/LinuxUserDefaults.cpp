@@ -1,6 +1,5 @@
 #include "Platform/Linux/LinuxUserDefaults.h"
 
-#include <QtCore/QDateTime>
 #include <QtCore/QFile>
 #include <QtCore/QFileInfo>
 #include <QtCore/QJsonDocument>
@@ -47,10 +46,10 @@ void LinuxUserDefaults::load() {
     values_ = document.object();
     return;
   }
-  auto aside = path_ + ".damaged";
   // What was set aside before is not written over either.
-  if (QFileInfo::exists(QString::fromStdString(aside))) {
-    aside += '-' + std::to_string(QDateTime::currentMSecsSinceEpoch());
+  auto aside = path_ + ".damaged";
+  for (int number = 2; QFileInfo::exists(QString::fromStdString(aside)); ++number) {
+    aside = path_ + ".damaged-" + std::to_string(number);
   }
   std::rename(path_.c_str(), aside.c_str());
   log_.log("[Defaults] settings file not readable, kept as " + aside);

@@ -59,6 +59,4 @@ TEST_P(AlertContract, OneMayFollowTheOtherInsideAnAnswer) {
   expectAnswer(2);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, AlertContract, contractDesktops(), contractRunName);
-
 }  // namespace zephyx

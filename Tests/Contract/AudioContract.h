@@ -75,6 +75,4 @@ TEST_P(AudioContract, ChangesOfOtherProgramsAreAnnounced) {
   EXPECT_EQ(announcements, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, AudioContract, contractDesktops(), contractRunName);
-
 }  // namespace zephyx

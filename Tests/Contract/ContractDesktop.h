@@ -10,6 +10,7 @@
 
 #include "Platform/Alert.h"
 #include "Platform/BinaryMessenger.h"
+#include "Platform/Image.h"
 #include "Platform/Registration.h"
 #include "Platform/UrlSession.h"
 #include "Tests/Contract/ContractMicrophones.h"
@@ -70,11 +71,16 @@ class ContractDesktop {
   virtual void bringOtherApplicationToFront() = 0;
   /// What was typed and pasted into its text field.
   virtual std::string otherApplicationText() = 0;
+  /// It ends, its window with it.
+  virtual void quitOtherApplication() = 0;
 
   // The user's own keyboard
 
   /// Presses and releases a key (a `keyCode`) with modifiers (`eventModifier` bits).
   virtual void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) = 0;
+  /// Holds modifiers down until `releaseModifiers`.
+  virtual void holdModifiers(std::uint64_t modifierFlags) = 0;
+  virtual void releaseModifiers() = 0;
   /// Another program owns a system-wide hot key while the registration lives.
   [[nodiscard]] virtual Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                                              std::uint32_t carbonModifiers) = 0;
@@ -110,6 +116,8 @@ class ContractDesktop {
   virtual std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) = 0;
   /// The user defaults as the next start of the host finds them.
   virtual std::unique_ptr<UserDefaults> reopenUserDefaults() = 0;
+  /// An encoded picture that the system can read, of one colour, at 72 pixels to the inch.
+  virtual Bytes encodedPicture(PixelSize size) = 0;
 
   // A web server whose certificate the desktop trusts
 
@@ -119,6 +127,19 @@ class ContractDesktop {
   virtual void webServerReplies(const WebReply& reply) = 0;
   /// The requests that it got, the oldest first, with their paths as URLs.
   virtual std::vector<UrlRequest> webRequests() = 0;
+
+  // Sensors
+
+  /// What the sensor on the processor's die says, in °C; nothing takes it out. At first the machine
+  /// has no sensor.
+  virtual void setDieTemperature(std::optional<double> celsius) = 0;
+
+  // Software updates. The host's own version is lower than 2.
+
+  /// What the update feed holds from now on.
+  virtual void offerUpdate(const std::string& version) = 0;
+  /// Lets the time of the first scheduled check come; the check itself may take a moment more.
+  virtual void reachTimeOfUpdateCheck() = 0;
 };
 
 /// Makes the desktop of one test. The name tells runs apart in the names of the tests.

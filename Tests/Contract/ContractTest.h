@@ -24,9 +24,6 @@ class ContractTest : public testing::TestWithParam<ContractDesktopFactory> {
   std::unique_ptr<ContractDesktop> desktop_;
 };
 
-/// The desktops that this program runs the suites on.
-testing::internal::ParamGenerator<ContractDesktopFactory> contractDesktops();
-
 /// For the last argument of INSTANTIATE_TEST_SUITE_P.
 inline std::string contractRunName(const testing::TestParamInfo<ContractDesktopFactory>& info) {
   return info.param.name;

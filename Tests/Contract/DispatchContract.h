@@ -44,6 +44,20 @@ TEST_P(DispatchContract, DelayedBlocksRunInTheOrderInWhichTheyBecomeDueAndNoSoon
   EXPECT_GE(late, 0.299);
 }
 
+TEST_P(DispatchContract, GlobalBlocksRunOffTheMainThreadAndComeBack) {
+  std::atomic<bool> ran{false};
+  std::atomic<bool> wasMain{true};
+  bool cameBack = false;
+  dispatch().globalQueue().async([&] {
+    wasMain = dispatch().isMainThread();
+    ran = true;
+    dispatch().mainQueue().async([&] { cameBack = dispatch().isMainThread(); });
+  });
+  EXPECT_TRUE(becomesTrue([&] { return cameBack; }));
+  EXPECT_TRUE(ran);
+  EXPECT_FALSE(wasMain);
+}
+
 TEST_P(DispatchContract, ASerialQueueRunsOneBlockAtATimeInOrderOffTheMainThread) {
   auto& queue = dispatch().serialQueue("serial.contract", QualityOfService::utility);
   EXPECT_EQ(&dispatch().serialQueue("serial.contract", QualityOfService::utility), &queue);
@@ -77,6 +91,15 @@ TEST_P(DispatchContract, ADelayedBlockOfAnotherThreadDoesNotBeginOnceItIsTakenBa
   EXPECT_FALSE(hasBegun);
 }
 
+TEST_P(DispatchContract, TheMediaClockCountsSeconds) {
+  const double start = dispatch().mediaClock();
+  double passed = 0;
+  dispatch().mainQueue().asyncAfter(0.2, [&] { passed = dispatch().mediaClock() - start; });
+  EXPECT_TRUE(becomesTrue([&] { return passed > 0; }));
+  EXPECT_GE(passed, 0.199);
+  EXPECT_LT(passed, 4);
+}
+
 TEST_P(DispatchContract, TimersRepeatUntilDroppedAlsoFromInside) {
   int outer = 0;
   int inner = 0;
@@ -92,7 +115,5 @@ TEST_P(DispatchContract, TimersRepeatUntilDroppedAlsoFromInside) {
   EXPECT_EQ(outer, stopped);
   EXPECT_EQ(inner, 2);
 }
-
-INSTANTIATE_TEST_SUITE_P(Desktops, DispatchContract, contractDesktops(), contractRunName);
 
 }  // namespace zephyx

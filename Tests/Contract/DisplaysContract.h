@@ -23,6 +23,4 @@ TEST_P(DisplaysContract, AnExternalDisplayIsDimmedAndGetsItsPictureBack) {
   EXPECT_EQ(desktop().whiteLevel(), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, DisplaysContract, contractDesktops(), contractRunName);
-
 }  // namespace zephyx

@@ -125,6 +125,8 @@ TEST_P(EngineContract, AfterShutDownEverythingIsSilentAndHarmless) {
   EXPECT_EQ(replies, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, EngineContract, contractDesktops(), contractRunName);
+TEST_P(EngineContract, AMissingEntryPointDoesNotRun) {
+  EXPECT_FALSE(platform().flutterEngines().makeEngine("other")->run("noSuchEntryPoint"));
+}
 
 }  // namespace zephyx

@@ -86,6 +86,12 @@ TEST_P(EventTapContract, NorDoTheyReachTheHostsOwnWindows) {
   EXPECT_TRUE(becomesTrue([&] { return monitored == 1; }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, EventTapContract, contractDesktops(), contractRunName);
+TEST_P(EventTapContract, ATapForTheMouseLeavesTheKeyboardAlone) {
+  desktop().startOtherApplication();
+  const auto tap = makeTap(mouse);
+  desktop().pressKey(keyA, 0);
+  EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "a"; }));
+  EXPECT_TRUE(seen_.empty());
+}
 
 }  // namespace zephyx

@@ -3,6 +3,7 @@
 #include "Platform/Application.h"
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
+#include "Platform/Pasteboard.h"
 #include "Platform/Window.h"
 #include "Tests/Contract/ContractTest.h"
 
@@ -85,6 +86,17 @@ TEST_P(KeyboardContract, ACombinationOfAnotherProgramIsRefusedUntilItIsGivenBack
             hotKeyStatus::noErr);
 }
 
+TEST_P(KeyboardContract, PostedKeysTakeNoPartOfTheModifiersThatTheUserHolds) {
+  desktop().otherProgramCopies({{pasteboardType::string, {'h', 'i', '!'}}});
+  desktop().startOtherApplication();
+  desktop().holdModifiers(controlOption);
+  EXPECT_TRUE(platform().eventPoster().postKey(keyCode::v, eventModifier::command));
+  EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "hi!"; }));
+  desktop().releaseModifiers();
+  desktop().pressKey(keyA, 0);
+  EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "hi!a"; }));
+}
+
 TEST_P(KeyboardContract, MonitorsSeeKeysOfTheHostsWindowsWithTheirModifiers) {
   desktop().startOtherApplication();
   const auto window = platform().application().makeWindow(
@@ -129,6 +141,47 @@ TEST_P(KeyboardContract, MonitorsSeeKeysOfTheHostsWindowsWithTheirModifiers) {
   EXPECT_EQ(afterSwallow, 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, KeyboardContract, contractDesktops(), contractRunName);
+TEST_P(KeyboardContract, ACapturedKeyboardIsTheHostsAloneUntilItIsGivenBack) {
+  desktop().startOtherApplication();
+  const auto theirs = desktop().otherProgramHoldsHotKey(keyT, carbonControlOption);
+  const auto window = platform().application().makeWindow(
+      {.kind = WindowKind::panel, .contentRect = {{100, 100}, {300, 200}}});
+  window->makeKeyAndOrderFront();
+  platform().application().activateIgnoringOtherApps();
+  ASSERT_TRUE(becomesTrue([&] { return window->isKeyWindow(); }));
+  std::vector<Event> seen;
+  const auto monitor = platform().eventMonitors().addLocalMonitor(eventMask(EventType::keyDown),
+                                                                  [&](const Event& event) {
+                                                                    seen.push_back(event);
+                                                                    return false;
+                                                                  });
+
+  desktop().pressKey(keyT, controlOption);
+  desktop().pass(0.2);
+  EXPECT_TRUE(seen.empty());
+  auto capture = platform().eventMonitors().captureKeyboard();
+  ASSERT_TRUE(capture);
+  desktop().pressKey(keyT, controlOption);
+  EXPECT_TRUE(becomesTrue([&] { return seen.size() == 1; }));
+  EXPECT_EQ(seen.back().keyCode, keyT);
+  EXPECT_EQ(seen.back().modifierFlags, controlOption);
+  EXPECT_TRUE(window->isKeyWindow());
+  capture.reset();
+  desktop().pressKey(keyT, controlOption);
+  desktop().pass(0.2);
+  EXPECT_EQ(seen.size(), 1u);
+  desktop().pressKey(keyA, 0);
+  EXPECT_TRUE(becomesTrue([&] { return seen.size() == 2; }));
+}
+
+TEST_P(KeyboardContract, TheLayoutNamesKeysUnshifted) {
+  const auto& layout = platform().keyboardLayout();
+  EXPECT_EQ(layout.character(keyT), "t");
+  EXPECT_EQ(layout.character(keyCode::v), "v");
+  EXPECT_EQ(layout.character(500), "");
+  EXPECT_EQ(layout.uppercased("ö"), "Ö");
+  EXPECT_EQ(layout.uppercased("ß"), "SS");
+  EXPECT_EQ(layout.lowercased("Я"), "я");
+}
 
 }  // namespace zephyx

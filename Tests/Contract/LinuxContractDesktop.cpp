@@ -1,5 +1,7 @@
 #include "Tests/Contract/LinuxContractDesktop.h"
 
+#include <QtCore/QBuffer>
+#include <QtGui/QImage>
 #include <QtWidgets/QApplication>
 #include <QtWidgets/QDialog>
 #include <QtWidgets/QLabel>
@@ -13,19 +15,27 @@
 #include "Platform/Events.h"
 #include "Platform/HotKeys.h"
 #include "Platform/Linux/Engines/ScreenProgram.h"
-#include "Platform/Linux/Input/KeyCodes.h"
 #include "Platform/Linux/LinuxUserDefaults.h"
 #include "Platform/Linux/X11.h"
 #include "Platform/Pasteboard.h"
 #include "Platform/Platform.h"
 #include "Tests/Desktop/DesktopRamps.h"
-#include "Tests/Desktop/RunUntil.h"
 
 namespace zephyx {
 namespace {
 
+/// Where the keys that the suites press lie on a PC keyboard, as X counts them.
 std::uint8_t xKey(std::uint32_t keyCode) {
-  return static_cast<std::uint8_t>(xKeycodeFromMac(keyCode));
+  static const std::map<std::uint32_t, std::uint8_t> keys{{0, key::A},
+                                                          {9, key::V},
+                                                          {17, key::T},
+                                                          {35, key::P},
+                                                          {36, key::Return},
+                                                          {keyCode::space, key::Space},
+                                                          {keyCode::escape, key::Escape},
+                                                          {keyCode::leftArrow, key::Left},
+                                                          {keyCode::rightArrow, key::Right}};
+  return keys.at(keyCode);
 }
 
 std::vector<std::uint8_t> modifierKeys(std::uint64_t flags) {
@@ -106,6 +116,9 @@ std::unique_ptr<ScreenProgram> makeScreenProgram(const std::string& entryPoint,
 LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
   qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
+  setenv("ZEPHYX_HWMON", sensors_.folder().c_str(), 1);
+  qputenv("ZEPHYX_UPDATE_FEED", updateFeed_.address().toUtf8());
+  qputenv("ZEPHYX_UPDATE_KEY", updateFeed_.publicKey().toBase64());
   static char name[] = "linux_contract_tests";
   static char* arguments[] = {name, nullptr};
   platform_ = makePlatform(1, arguments);
@@ -117,7 +130,13 @@ LinuxContractDesktop::~LinuxContractDesktop() {
 }
 
 bool LinuxContractDesktop::runUntil(const std::function<bool()>& condition, double deadline) {
-  return zephyx::runUntil(condition, std::chrono::milliseconds(std::lround(deadline * 1000)));
+  return waitFor(
+      [&] {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return condition();
+      },
+      std::chrono::milliseconds(std::lround(deadline * 1000)));
 }
 
 void LinuxContractDesktop::copy(const std::vector<PasteboardItem>& items, bool hangs) {
@@ -163,6 +182,14 @@ std::string LinuxContractDesktop::otherApplicationText() {
   return otherApplication_->text();
 }
 
+void LinuxContractDesktop::quitOtherApplication() {
+  const auto window = otherApplication_->window().id;
+  otherApplication_->process().terminate();
+  if (!waitFor([&] { return !desktop_.windows().exists(window); })) {
+    throw std::runtime_error("the window of the ended program stays");
+  }
+}
+
 void LinuxContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
   const auto modifiers = modifierKeys(modifierFlags);
   for (const auto each : modifiers) desktop_.input().pressKey(each);
@@ -170,6 +197,15 @@ void LinuxContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifie
   for (auto each = modifiers.rbegin(); each != modifiers.rend(); ++each) {
     desktop_.input().releaseKey(*each);
   }
+}
+
+void LinuxContractDesktop::holdModifiers(std::uint64_t modifierFlags) {
+  heldModifiers_ = modifierKeys(modifierFlags);
+  for (const auto each : heldModifiers_) desktop_.input().pressKey(each);
+}
+
+void LinuxContractDesktop::releaseModifiers() {
+  for (const auto each : std::exchange(heldModifiers_, {})) desktop_.input().releaseKey(each);
 }
 
 Registration LinuxContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode,
@@ -265,6 +301,18 @@ std::unique_ptr<UserDefaults> LinuxContractDesktop::reopenUserDefaults() {
                                              platform_->systemLog());
 }
 
+Bytes LinuxContractDesktop::encodedPicture(PixelSize size) {
+  QImage picture(size.wide, size.high, QImage::Format_RGB32);
+  picture.fill(QColor(40, 90, 160));
+  picture.setDotsPerMeterX(2835);
+  picture.setDotsPerMeterY(2835);
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  buffer.open(QIODevice::WriteOnly);
+  picture.save(&buffer, "PNG");
+  return Bytes(bytes.begin(), bytes.end());
+}
+
 std::string LinuxContractDesktop::startWebServer() {
   webServer_ = std::make_unique<HttpsServer>(desktop_.home());
   return webServer_->address();
@@ -276,6 +324,22 @@ void LinuxContractDesktop::webServerReplies(const WebReply& reply) {
                     .interval = std::chrono::milliseconds(std::lround(reply.interval * 1000))};
   if (!reply.location.empty()) answer.headers = "Location: " + reply.location + "\r\n";
   webServer_->reply(std::move(answer));
+}
+
+void LinuxContractDesktop::setDieTemperature(std::optional<double> celsius) {
+  if (celsius) {
+    sensors_.setProcessor(std::to_string(std::lround(*celsius * 1000)));
+  } else {
+    sensors_.remove("hwmon0");
+  }
+}
+
+void LinuxContractDesktop::offerUpdate(const std::string& version) {
+  updateFeed_.offer(QByteArray::fromStdString(version), "package");
+}
+
+void LinuxContractDesktop::reachTimeOfUpdateCheck() {
+  runUntil([&] { return updateServer_.requests(QStringLiteral("feed.xml")) > 0; }, 20);
 }
 
 }  // namespace zephyx

@@ -5,7 +5,9 @@
 #include "Tests/Desktop/ClipboardProgram.h"
 #include "Tests/Desktop/HttpsServer.h"
 #include "Tests/Desktop/TargetProgram.h"
+#include "Tests/Desktop/UpdateFeed.h"
 #include "Tests/Desktop/VirtualDesktop.h"
+#include "Tests/Linux/SensorTree.h"
 
 class QMenu;
 
@@ -28,8 +30,11 @@ class LinuxContractDesktop final : public ContractDesktop {
   void startOtherApplication() override;
   void bringOtherApplicationToFront() override;
   std::string otherApplicationText() override;
+  void quitOtherApplication() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
+  void holdModifiers(std::uint64_t modifierFlags) override;
+  void releaseModifiers() override;
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
@@ -46,20 +51,30 @@ class LinuxContractDesktop final : public ContractDesktop {
 
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
+  Bytes encodedPicture(PixelSize size) override;
 
   std::string startWebServer() override;
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override { return webServer_->requests(); }
 
+  void setDieTemperature(std::optional<double> celsius) override;
+
+  void offerUpdate(const std::string& version) override;
+  void reachTimeOfUpdateCheck() override;
+
  private:
   void copy(const std::vector<PasteboardItem>& items, bool hangs);
 
   VirtualDesktop desktop_;
+  SensorTree sensors_{desktop_.home() / "hwmon"};
   LinuxContractMicrophones microphones_{desktop_};
+  UpdateServer updateServer_;
+  UpdateFeed updateFeed_{updateServer_};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;
   std::unique_ptr<TargetProgram> otherApplication_;
   std::unique_ptr<HttpsServer> webServer_;
+  std::vector<std::uint8_t> heldModifiers_;
 };
 
 }  // namespace zephyx

@@ -98,6 +98,4 @@ TEST_P(NetworkContract, AMalformedRequestIsNotSent) {
   EXPECT_TRUE(desktop().webRequests().empty());
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, NetworkContract, contractDesktops(), contractRunName);
-
 }  // namespace zephyx

@@ -55,8 +55,21 @@ std::string SimulatedContractDesktop::otherApplicationText() {
   return otherApplication_->text;
 }
 
+void SimulatedContractDesktop::quitOtherApplication() {
+  otherApplication_->acceptsRequests = false;
+  if (otherApplication_->isActive()) machine_.workspace.bringToFront(nullptr);
+}
+
 void SimulatedContractDesktop::pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) {
   machine_.keyboard.press(keyCode, modifierFlags);
+}
+
+void SimulatedContractDesktop::holdModifiers(std::uint64_t modifierFlags) {
+  machine_.keyboard.holdModifiers(modifierFlags);
+}
+
+void SimulatedContractDesktop::releaseModifiers() {
+  machine_.keyboard.holdModifiers(0);
 }
 
 Registration SimulatedContractDesktop::otherProgramHoldsHotKey(std::uint32_t keyCode,
@@ -104,6 +117,10 @@ std::unique_ptr<UserDefaults> SimulatedContractDesktop::reopenUserDefaults() {
   return std::make_unique<SimulatedUserDefaults>(machine_.userDefaults.store());
 }
 
+Bytes SimulatedContractDesktop::encodedPicture(PixelSize size) {
+  return SimulatedImages::encoded(size);
+}
+
 void SimulatedContractDesktop::webServerReplies(const WebReply& reply) {
   machine_.urlSession.reply(
       {.response = UrlResponse{reply.status, Bytes(reply.body.begin(), reply.body.end())},
@@ -114,6 +131,20 @@ std::vector<UrlRequest> SimulatedContractDesktop::webRequests() {
   auto requests = machine_.urlSession.requests();
   for (auto& request : requests) request.url.erase(0, std::string(webAddress).size());
   return requests;
+}
+
+void SimulatedContractDesktop::setDieTemperature(std::optional<double> celsius) {
+  auto& sensors = machine_.temperatureSensors.sensors;
+  sensors.clear();
+  if (celsius) sensors.push_back({"PMU tdie1", *celsius});
+}
+
+void SimulatedContractDesktop::offerUpdate(const std::string& version) {
+  machine_.softwareUpdate.offer(version);
+}
+
+void SimulatedContractDesktop::reachTimeOfUpdateCheck() {
+  machine_.softwareUpdate.runScheduledCheck(false);
 }
 
 }  // namespace zephyx

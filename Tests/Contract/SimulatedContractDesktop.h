@@ -25,8 +25,11 @@ class SimulatedContractDesktop final : public ContractDesktop {
   void startOtherApplication() override;
   void bringOtherApplicationToFront() override;
   std::string otherApplicationText() override;
+  void quitOtherApplication() override;
 
   void pressKey(std::uint16_t keyCode, std::uint64_t modifierFlags) override;
+  void holdModifiers(std::uint64_t modifierFlags) override;
+  void releaseModifiers() override;
   Registration otherProgramHoldsHotKey(std::uint32_t keyCode,
                                        std::uint32_t carbonModifiers) override;
 
@@ -43,10 +46,16 @@ class SimulatedContractDesktop final : public ContractDesktop {
 
   std::shared_ptr<BinaryMessenger> screenMessenger(const std::string& entryPoint) override;
   std::unique_ptr<UserDefaults> reopenUserDefaults() override;
+  Bytes encodedPicture(PixelSize size) override;
 
   std::string startWebServer() override { return webAddress; }
   void webServerReplies(const WebReply& reply) override;
   std::vector<UrlRequest> webRequests() override;
+
+  void setDieTemperature(std::optional<double> celsius) override;
+
+  void offerUpdate(const std::string& version) override;
+  void reachTimeOfUpdateCheck() override;
 
  private:
   static constexpr const char* webAddress = "https://web.example";

@@ -113,6 +113,4 @@ TEST_P(StatusBarContract, CancellingTrackingClosesTheMenuWithoutAChoice) {
   EXPECT_EQ(std::count(log_.begin(), log_.end(), "did close"), 1);
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, StatusBarContract, contractDesktops(), contractRunName);
-
 }  // namespace zephyx

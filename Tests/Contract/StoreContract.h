@@ -1,13 +1,17 @@
 #pragma once
 
+#include "Platform/Directories.h"
+#include "Platform/Image.h"
 #include "Platform/UserDefaults.h"
 #include "Tests/Contract/ContractTest.h"
 
 namespace zephyx {
 
+/// User defaults, folders and pictures.
 class StoreContract : public ContractTest {
  protected:
   UserDefaults& defaults() { return platform().userDefaults(); }
+  Images& images() { return platform().images(); }
 };
 
 TEST_P(StoreContract, UserDefaultsKeepKindsApartAndSurviveARestart) {
@@ -50,6 +54,29 @@ TEST_P(StoreContract, UserDefaultsKeepKindsApartAndSurviveARestart) {
   EXPECT_EQ(defaults().string("hotkeys.v1"), "now a string");
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, StoreContract, contractDesktops(), contractRunName);
+TEST_P(StoreContract, FoldersAreAbsolute) {
+  const auto support = platform().directories().applicationSupport();
+  ASSERT_TRUE(support);
+  for (const auto& path : {*support, platform().directories().home()}) {
+    EXPECT_EQ(path.front(), '/');
+    EXPECT_NE(path.back(), '/');
+  }
+}
+
+TEST_P(StoreContract, PicturesDecodeScaleAndEncode) {
+  const auto image = images().decode(desktop().encodedPicture({400, 100}));
+  ASSERT_TRUE(image);
+  EXPECT_EQ(image->pixelSize(), (PixelSize{400, 100}));
+  EXPECT_NEAR(image->size().width, 400, 1);
+  EXPECT_NEAR(image->size().height, 100, 1);
+
+  const auto small = image->drawnAtSize({240, 60});
+  ASSERT_TRUE(small);
+  EXPECT_EQ(small->size(), (Size{240, 60}));
+  const auto again = images().decode(small->pngRepresentation());
+  ASSERT_TRUE(again);
+  EXPECT_EQ(again->pixelSize(), small->pixelSize());
+  EXPECT_FALSE(image->drawnAtSize({0, 60}));
+}
 
 }  // namespace zephyx

@@ -4,6 +4,7 @@
 
 #include "Platform/Application.h"
 #include "Platform/NotificationCenter.h"
+#include "Platform/View.h"
 #include "Platform/Window.h"
 #include "Tests/Contract/ContractTest.h"
 
@@ -32,6 +33,15 @@ class WindowContract : public ContractTest {
   }
 };
 
+TEST_P(WindowContract, ListsLivingWindowsInTheOrderOfTheirCreation) {
+  const auto first = makeWindow(WindowKind::window);
+  auto second = makeWindow();
+  const auto third = makeWindow();
+  EXPECT_EQ(application().windows(), (std::vector<std::shared_ptr<Window>>{first, second, third}));
+  second.reset();
+  EXPECT_EQ(application().windows(), (std::vector<std::shared_ptr<Window>>{first, third}));
+}
+
 TEST_P(WindowContract, ShowsHidesAndKeepsItsFrame) {
   const auto window = makeWindow();
   EXPECT_FALSE(window->isVisible());
@@ -47,6 +57,15 @@ TEST_P(WindowContract, ShowsHidesAndKeepsItsFrame) {
   EXPECT_TRUE(becomesTrue([&] { return !window->isKeyWindow(); }));
   show(*window);
   EXPECT_TRUE(becomesTrue([&] { return window->frame() == frame; }));
+}
+
+TEST_P(WindowContract, CentersOnTheMainScreen) {
+  const auto window = makeWindow();
+  window->center();
+  const auto& screens = platform().screens();
+  ASSERT_GE(screens.mainScreenIndex(), 0);
+  const auto screen = screens.screens().at(static_cast<std::size_t>(screens.mainScreenIndex()));
+  EXPECT_NEAR(window->frame().midX(), screen.visibleFrame.midX(), 2);
 }
 
 TEST_P(WindowContract, KeyStatusMovesBetweenTheHostsWindowsWithItsNotifications) {
@@ -92,6 +111,16 @@ TEST_P(WindowContract, AnotherApplicationTakesTheKeyStatusAway) {
   EXPECT_TRUE(window->isVisible());
 }
 
+TEST_P(WindowContract, AWindowThatCannotBecomeKeyNeverDoes) {
+  const auto window = application().makeWindow(
+      {.kind = WindowKind::panel, .contentRect = {{50, 50}, {200, 100}}, .canBecomeKey = false});
+  window->makeKeyAndOrderFront();
+  application().activateIgnoringOtherApps();
+  desktop().pass(0.3);
+  EXPECT_TRUE(window->isVisible());
+  EXPECT_FALSE(window->isKeyWindow());
+}
+
 TEST_P(WindowContract, ObserversRunInOrderAndMayDropAndAddObservationsMeanwhile) {
   const auto window = makeWindow();
   std::vector<std::string> log;
@@ -114,6 +143,30 @@ TEST_P(WindowContract, ObserversRunInOrderAndMayDropAndAddObservationsMeanwhile)
   EXPECT_EQ(log, (std::vector<std::string>{"one", "any object"}));
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, WindowContract, contractDesktops(), contractRunName);
+TEST_P(WindowContract, AContentViewHasTheWindowsSizeUntilItIsTakenOut) {
+  const auto window = makeWindow();
+  auto view = std::make_shared<View>();
+  window->setContentView(view);
+  EXPECT_EQ(view->frame(), (Rect{{0, 0}, {300, 200}}));
+  show(*window);
+  window->setFrame({{120, 120}, {340, 260}});
+  EXPECT_TRUE(becomesTrue([&] { return view->bounds().size == Size{340, 260}; }));
+
+  const auto next = std::make_shared<View>();
+  window->setContentView(next);
+  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
+  EXPECT_TRUE(window->isVisible());
+  window->setContentView(nullptr);
+  window->setFrame({{120, 120}, {300, 200}});
+  EXPECT_EQ(next->bounds().size, (Size{340, 260}));
+  const std::weak_ptr<View> remains = view;
+  view.reset();
+  EXPECT_TRUE(becomesTrue([&] { return remains.expired(); }));
+}
+
+TEST_P(WindowContract, NamesTheFirstResponder) {
+  const auto window = makeWindow();
+  EXPECT_EQ(window->firstResponderDescription(), "nil");
+}
 
 }  // namespace zephyx

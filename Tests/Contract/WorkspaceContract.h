@@ -67,6 +67,15 @@ TEST_P(WorkspaceContract, ActivationTakesEffectAfterTheRequest) {
   EXPECT_TRUE(becomesTrue([&] { return desktop().otherApplicationText() == "a"; }));
 }
 
-INSTANTIATE_TEST_SUITE_P(Desktops, WorkspaceContract, contractDesktops(), contractRunName);
+TEST_P(WorkspaceContract, AnApplicationThatHasEndedIsNotActiveAndDoesNoHarm) {
+  const auto other = meetOtherApplication();
+  ASSERT_TRUE(other);
+  bringHostToFront();
+  desktop().quitOtherApplication();
+  activate(*other);
+  desktop().pass(0.3);
+  EXPECT_FALSE(other->isActive());
+  EXPECT_FALSE(other->bundleIdentifier().empty());
+}
 
 }  // namespace zephyx
