@@ -116,8 +116,10 @@ TEST_F(ClipboardScreenTest,
   world.window()->hide();
   world.window()->show();
   world.type("new");
+  world.press(Qt::Key_Space, Qt::ControlModifier);
   world.call("clipboardPanelShown");
   EXPECT_EQ(controller()->searchText(), "new");
+  EXPECT_TRUE(world.waitForCall("clipboardQuickLook"));
 }
 
 TEST_F(ClipboardScreenTest, SaysThatItMayNotPasteForAsLongAsThatIsSo) {
