@@ -2,8 +2,7 @@
 add_executable(linux_contract_tests LinuxContractDesktop.cpp LinuxContractTests.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/ClipboardProgram.cpp
   ${CMAKE_SOURCE_DIR}/Tests/Desktop/DesktopRamps.cpp
-  ${CMAKE_SOURCE_DIR}/Tests/Desktop/UpdateFeed.cpp
-  ${CMAKE_SOURCE_DIR}/Tests/Desktop/UpdateServer.cpp)
+  ${CMAKE_SOURCE_DIR}/Tests/Desktop/UpdateFeed.cpp)
 find_package(PkgConfig REQUIRED)
 pkg_check_modules(ZEPHYX_TEST_SIGNATURES REQUIRED IMPORTED_TARGET libsodium)
 target_link_libraries(linux_contract_tests PRIVATE desktop_harness https_server zephyx_linux Qt6::Network

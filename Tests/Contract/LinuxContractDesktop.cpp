@@ -339,7 +339,7 @@ void LinuxContractDesktop::offerUpdate(const std::string& version) {
 }
 
 void LinuxContractDesktop::reachTimeOfUpdateCheck() {
-  runUntil([&] { return updateServer_.requests(QStringLiteral("feed.xml")) > 0; }, 20);
+  runUntil([&] { return updateServer_.requests("/feed.xml") > 0; }, 20);
 }
 
 }  // namespace zephyx

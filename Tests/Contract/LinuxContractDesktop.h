@@ -68,7 +68,7 @@ class LinuxContractDesktop final : public ContractDesktop {
   VirtualDesktop desktop_;
   SensorTree sensors_{desktop_.home() / "hwmon"};
   LinuxContractMicrophones microphones_{desktop_};
-  UpdateServer updateServer_;
+  HttpsServer updateServer_{desktop_.home(), HttpsServer::Protocol::http};
   UpdateFeed updateFeed_{updateServer_};
   std::unique_ptr<Platform> platform_;
   std::unique_ptr<ClipboardProgram> clipboardProgram_;

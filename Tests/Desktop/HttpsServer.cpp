@@ -98,6 +98,11 @@ class HttpsServer::Listener {
     });
     server_->moveToThread(&thread_);
     thread_.start();
+    if (protocol == Protocol::https) return;
+    // Certificates alone need an application for longer; a test may want to make its own.
+    QMetaObject::invokeMethod(
+        server_.get(), [] {}, Qt::BlockingQueuedConnection);
+    application_.reset();
   }
   ~Listener() {
     // Connections, too, end on their own thread.
@@ -205,7 +210,7 @@ class HttpsServer::Listener {
     return client.bytesToWrite() + (secure ? secure->encryptedBytesToWrite() : 0);
   }
 
-  const std::unique_ptr<QCoreApplication> application_ = applicationWhereThereIsNone();
+  std::unique_ptr<QCoreApplication> application_ = applicationWhereThereIsNone();
   QThread thread_;
   std::unique_ptr<QTcpServer> server_;
 };
