@@ -117,6 +117,7 @@ LinuxContractDesktop::LinuxContractDesktop() {
   desktop_.enter();
   qputenv("SSL_CERT_FILE", HttpsServer::certificateIn(desktop_.home()).c_str());
   setenv("ZEPHYX_HWMON", sensors_.folder().c_str(), 1);
+  updateServer_.letGoOfApplication();
   qputenv("ZEPHYX_UPDATE_FEED", updateFeed_.address().toUtf8());
   qputenv("ZEPHYX_UPDATE_KEY", updateFeed_.publicKey().toBase64());
   static char name[] = "linux_contract_tests";

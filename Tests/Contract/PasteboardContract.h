@@ -172,9 +172,9 @@ TEST_P(PasteboardContract, AnnouncesEachForeignChangeOnceInOrderWithItsContents)
   constexpr int copies = 20;
   for (int i = 0; i < copies; ++i) {
     copyText("text " + std::to_string(i));
-    desktop().pass(0.02);
+    // A copy that is gone before anybody asked for it has no contents any more.
+    ASSERT_TRUE(becomesTrue([&] { return observed.announced > i; }));
   }
-  ASSERT_TRUE(becomesTrue([&] { return observed.announced == copies; }));
   desktop().pass(0.2);
   ASSERT_EQ(observed.announced, copies);
   for (int i = 0; i < copies; ++i) {

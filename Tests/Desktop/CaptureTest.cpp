@@ -6,7 +6,7 @@
 namespace zephyx {
 
 void CaptureTest::SetUp() {
-  desktop_ = std::make_unique<VirtualDesktop>();
+  desktop_ = std::make_unique<VirtualDesktop>(options_);
   desktop_->enter();
   desktop_->run({"setxkbmap", "us"});
   static char name[] = "zephyx-tests";

@@ -24,6 +24,7 @@ class CaptureTest : public testing::Test {
   DesktopInput& input() { return desktop_->input(); }
   Platform& platform() { return *platform_; }
 
+  VirtualDesktopOptions options_;
   std::vector<HotkeyID> fired_;
 
  private:

@@ -98,11 +98,6 @@ class HttpsServer::Listener {
     });
     server_->moveToThread(&thread_);
     thread_.start();
-    if (protocol == Protocol::https) return;
-    // Certificates alone need an application for longer; a test may want to make its own.
-    QMetaObject::invokeMethod(
-        server_.get(), [] {}, Qt::BlockingQueuedConnection);
-    application_.reset();
   }
   ~Listener() {
     // Connections, too, end on their own thread.
@@ -110,6 +105,13 @@ class HttpsServer::Listener {
         server_.get(), [this] { server_.reset(); }, Qt::BlockingQueuedConnection);
     thread_.quit();
     thread_.wait();
+  }
+
+  void letGoOfApplication() {
+    // Its loop may have to begin yet, which takes an application, too.
+    QMetaObject::invokeMethod(
+        server_.get(), [] {}, Qt::BlockingQueuedConnection);
+    application_.reset();
   }
 
   int port = 0;
@@ -219,6 +221,10 @@ HttpsServer::HttpsServer(const std::filesystem::path& folder, Protocol protocol)
     : listener_(std::make_unique<Listener>(folder, protocol)) {}
 
 HttpsServer::~HttpsServer() = default;
+
+void HttpsServer::letGoOfApplication() {
+  listener_->letGoOfApplication();
+}
 
 std::filesystem::path HttpsServer::certificateIn(const std::filesystem::path& folder) {
   return folder / "web-server.pem";

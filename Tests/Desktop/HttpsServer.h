@@ -35,6 +35,10 @@ class HttpsServer {
   HttpsServer& operator=(const HttpsServer&) = delete;
   ~HttpsServer();
 
+  /// For a test that makes the toolkit's application next, which there may be only one of. Until
+  /// then nothing is answered.
+  void letGoOfApplication();
+
   static std::filesystem::path certificateIn(const std::filesystem::path& folder);
 
   /// Such as "https://127.0.0.1:4711".

@@ -113,6 +113,47 @@ TEST_F(ProgramTranslateTest, ATerminalWithoutASelectionGivesWhatIsOnTheClipboard
   EXPECT_EQ(desktop().pasted("UTF8_STRING", "primary"), "selected elsewhere");
 }
 
+TEST_F(ProgramTranslateTest, ASlowProgramIsWaitedForAndAVerySlowOnesCopyIsTheUsers) {
+  using namespace std::chrono_literals;
+  desktop().copy("before");
+  ASSERT_TRUE(program().waitForEntry("before"));
+  {
+    const TargetProgram slow(desktop(), "slow text", 200ms);
+    EXPECT_TRUE(asksAbout("slow text")) << server_->question();
+    EXPECT_EQ(desktop().pasted(), "before");
+  }
+  {
+    const TargetProgram deaf(desktop(), "never copied", -1ms);
+    EXPECT_TRUE(asksAbout("before")) << "what is on the clipboard, not " << server_->question();
+    EXPECT_EQ(desktop().pasted(), "before");
+  }
+  EXPECT_EQ(newEntries().size(), 1u);
+  const TargetProgram late(desktop(), "late text", 600ms);
+  EXPECT_TRUE(asksAbout("before")) << server_->question();
+  EXPECT_TRUE(program().waitForEntry("late text")) << "a copy like any other";
+  EXPECT_EQ(desktop().pasted(), "late text");
+}
+
+TEST_F(ProgramTranslateTest, AnEmptyClipboardIsEmptyAgainAndAHungOneHoldsNothingUp) {
+  const TargetProgram target(desktop(), Kind::Qt, "selected");
+  {
+    ClipboardProgram owner;
+    owner.copyText("gone with its program");
+    ASSERT_TRUE(program().waitForEntry("gone with its program"));
+  }
+  const auto isOwnerless = [&] { return windows().selectionOwner("CLIPBOARD") == 0; };
+  ASSERT_TRUE(waitFor(isOwnerless));
+  EXPECT_TRUE(asksAbout("selected")) << server_->question();
+  EXPECT_TRUE(waitFor(isOwnerless));
+  EXPECT_TRUE(holdsFor([&] { return isOwnerless() && newEntries().size() == 1; },
+                       std::chrono::milliseconds(600)));
+
+  ClipboardProgram hung;
+  hung.setManners({.answersTargets = false});
+  hung.copyText("never said");
+  EXPECT_TRUE(asksAbout("selected")) << server_->question();
+}
+
 TEST_F(ProgramTranslateTest, EscapeEndsTheServersStreamAndGivesTheFocusBack) {
   server_->setHangs(true);
   const int requests = server_->requests();

@@ -23,11 +23,21 @@ std::vector<std::string> command(TargetProgram::Kind kind, const std::string& fi
 }  // namespace
 
 TargetProgram::TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text)
+    : TargetProgram(desktop, kind, text, {}) {}
+
+TargetProgram::TargetProgram(VirtualDesktop& desktop, const std::string& text,
+                             std::chrono::milliseconds copyDelay)
+    : TargetProgram(desktop, Kind::Qt, text, {std::to_string(copyDelay.count())}) {}
+
+TargetProgram::TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text,
+                             const std::vector<std::string>& moreArguments)
     : desktop_(desktop), kind_(kind), initialText_(text) {
   static std::atomic<int> counter{0};
   file_ = desktop.home() / ("target" + std::to_string(++counter) + ".txt");
   writeFile(file_, text);
-  process_ = desktop.start(command(kind, file_.string(), text));
+  auto arguments = command(kind, file_.string(), text);
+  arguments.insert(arguments.end(), moreArguments.begin(), moreArguments.end());
+  process_ = desktop.start(arguments);
   window_ = desktop.windows().waitForManaged(name(kind), [&](const DesktopWindow& window) {
     return window.viewable && window.pid == process_.pid() &&
            desktop.windows().distinctColors(window) > 1;

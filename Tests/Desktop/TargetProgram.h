@@ -1,7 +1,9 @@
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 #include <string>
+#include <vector>
 
 #include "Tests/Desktop/VirtualDesktop.h"
 
@@ -15,6 +17,9 @@ class TargetProgram {
 
   /// Starts it; returns when its window is active and takes keys.
   TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text = {});
+  /// A Qt program that copies so much later than it is told to; never with a negative time.
+  TargetProgram(VirtualDesktop& desktop, const std::string& text,
+                std::chrono::milliseconds copyDelay);
 
   const DesktopWindow& window() const { return window_; }
   ChildProcess& process() { return process_; }
@@ -30,6 +35,8 @@ class TargetProgram {
   static std::string name(Kind kind);
 
  private:
+  TargetProgram(VirtualDesktop& desktop, Kind kind, const std::string& text,
+                const std::vector<std::string>& moreArguments);
   bool isUnsaved() const;
 
   VirtualDesktop& desktop_;
