@@ -21,7 +21,7 @@ CHATTER = re.compile(r"^\d+ (warnings?|errors?)( and \d+ errors?)? generated")
 
 
 def own_sources(build, root):
-    """The sources with their commands, by the options that they are compiled with."""
+    """The sources, by the folder, the options and the headers that they are compiled with."""
     targets = {}
     for entry in json.loads((build / "compile_commands.json").read_text()):
         source = pathlib.Path(entry["file"])
@@ -31,7 +31,9 @@ def own_sources(build, root):
         if "ccache" in words[0]:
             del words[0]
         options = tuple(words[: words.index("-o")])
-        targets.setdefault((entry["directory"], options), []).append(source)
+        # A source that the others' headers disturb goes without the precompiled ones.
+        stands_alone = not PRECOMPILED.search(entry["command"])
+        targets.setdefault((entry["directory"], options, stands_alone), []).append(source)
     return targets
 
 
@@ -67,7 +69,7 @@ def main():
     build = root / sys.argv[1]
     folder = build / "tidy"
     entries, groups = [], {}
-    for (directory, options), sources in own_sources(build, root).items():
+    for (directory, options, _), sources in own_sources(build, root).items():
         sources.sort()
         entries += [(directory, options, source) for source in sources]
         for first in range(0, len(sources), GROUP_SIZE):
